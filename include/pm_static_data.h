@@ -1,0 +1,113 @@
+/* Static records: the configuration of every PTP that does not change with its link state. A
+ * replica, written by the restore paths only. */
+#ifndef PM_STATIC_DATA_H
+#define PM_STATIC_DATA_H
+
+#include "pm_base.h"
+
+PM_C_BEGIN
+
+#pragma pack(push, 1)
+
+/* Static record of one PTP, as data distribution and synchronisation carry it. A record of 214
+ * bytes of 0xFF means that the PTP has no static data.
+ *
+ * The description takes as many bytes as the description length L (PmSpec, 1 to 80) plus one for
+ * its terminator, and the private data of the sub-line follows directly behind it, at offset
+ * 14 + L. The two last fields below stand where L = 80 puts them; read the private data with
+ * PM_LibGetPrivStaticDataFromPTP, which knows L. */
+typedef struct PtpStaticData {
+  u16 usPtpID;
+  u16 usBIndex;
+  u8 ucPortID;
+  u8 ucLinkUpDownTrap; /* 1 = on, any other value = off */
+  u16 usType;
+  u8 ucVisible; /* 0 = visible, any other value = invisible */
+  u32 ulVsMask;
+  char szDescription[81];
+  u8 aucPriData[120];
+} PtpStaticData;
+
+/* A record in the static database; the link words belong to the host's hash table. */
+typedef struct PmStaticDBNode {
+  PmWord aulLink[3];
+  PtpStaticData stData;
+} PmStaticDBNode;
+
+#pragma pack(pop)
+
+PM_PIN_SIZE(PtpStaticData, 214);
+PM_PIN_OFFSET(PtpStaticData, usBIndex, 2);
+PM_PIN_OFFSET(PtpStaticData, ucPortID, 4);
+PM_PIN_OFFSET(PtpStaticData, ucLinkUpDownTrap, 5);
+PM_PIN_OFFSET(PtpStaticData, usType, 6);
+PM_PIN_OFFSET(PtpStaticData, ucVisible, 8);
+PM_PIN_OFFSET(PtpStaticData, ulVsMask, 9);
+PM_PIN_OFFSET(PtpStaticData, szDescription, 13);
+PM_PIN_OFFSET(PtpStaticData, aucPriData, 94);
+PM_PIN_SIZE32(PmStaticDBNode, 226);
+
+enum {
+  PM_PRI_DATA_SIZE = 120 /* bytes of private static data in a static record */
+};
+
+/**
+ * Compare function of the static database.
+ *
+ * @param pKey   u16 PTP ID
+ * @param pNode  PmStaticDBNode
+ * @retval 0  the node carries that PTP ID
+ * @retval 1  it does not, or a pointer is null
+ */
+PM_API u32 PM_LibCmpStaticDBNode(const void *pKey, const void *pNode);
+
+/**
+ * Finds a PTP's node.
+ *
+ * @param usPtpID  PTP ID
+ * @return the node, owned by the database; null when there is none or no database yet
+ */
+PM_API PmStaticDBNode *PM_LibFindStaticDBNode(u16 usPtpID);
+
+/**
+ * Adds a node whose record is cleared but for its PTP ID; the first call creates the database.
+ *
+ * @param usPtpID  PTP ID that has no node yet
+ * @return the node, owned by the database; null when memory or the table is missing
+ */
+PM_API PmStaticDBNode *PM_LibCreateStaticDBNode(u16 usPtpID);
+
+/**
+ * Inserts or replaces a PTP's record. Called by the restore paths.
+ *
+ * @param pstStaticData  the record; its usPtpID is the key
+ * @retval 0                    stored
+ * @retval PM_ERR_DATA_INVALID  no node could be created
+ * @retval PM_ERR_MEM_OPER      the copy failed
+ * @retval PM_ERR_PARA          pstStaticData is null
+ */
+PM_API u32 PM_LibUpdateStaticDBNode(const PtpStaticData *pstStaticData);
+
+/**
+ * Deletes a PTP's record. Called by the restore paths.
+ *
+ * @param usPtpID  PTP ID
+ * @retval 0  always; deleting an absent record is recorded
+ */
+PM_API u32 PM_LibDeleteStaticDBNode(u16 usPtpID);
+
+/**
+ * Copies a PTP's static record.
+ *
+ * @param[in]  usPtpID        PTP ID, 0 to the maximum PTP ID
+ * @param[out] pstStaticData  receives the 214 bytes
+ * @retval 0                     the PTP has a record
+ * @retval 1                     no database yet, or usPtpID above the maximum; nothing is written
+ * @retval PM_ERR_PTP_NOT_EXIST  the PTP has none; the output is filled with 0xFF
+ * @retval PM_ERR_PARA           pstStaticData is null
+ */
+PM_API u32 PM_LibStaticDataGetDataFromPTP(u16 usPtpID, PtpStaticData *pstStaticData);
+
+PM_C_END
+
+#endif
