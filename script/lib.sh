@@ -1,0 +1,79 @@
+# What the scripts share: packages, presets, building. Sourced, not run.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$root"
+
+say() { printf '%s\n' "$*"; }
+
+# Installs the packages that are not there yet. Answers whether all of them are there now.
+packages() {
+  local missing=() name
+  for name in "$@"; do
+    dpkg-query -W -f '${Status}' "$name" 2>/dev/null | grep -q 'ok installed' || missing+=("$name")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  [ "$(id -u)" = 0 ] && command -v apt-get >/dev/null || return 1
+  export DEBIAN_FRONTEND=noninteractive
+  if [ -z "${apt_updated:-}" ]; then
+    apt-get update >/dev/null 2>&1 || true
+    apt_updated=1
+  fi
+  apt-get install -y --no-install-recommends "${missing[@]}" >/dev/null 2>&1
+}
+
+need_packages() {
+  packages "$@" || { say "error: these packages are needed and could not be installed: $*" >&2; exit 2; }
+}
+
+# The packages of a preset's compiler.
+preset_packages() {
+  case $1 in
+    ilp32 | asan) say g++-12-multilib ;;
+    arm) say g++-12-arm-linux-gnueabihf qemu-user ;;
+  esac
+}
+
+compiles() { printf '#include <vector>\nint main() {}\n' | "$@" -x c++ - -o /dev/null 2>/dev/null; }
+
+# Can the preset be built here? Says in one line why not.
+preset_available() {
+  local preset=$1 ok=1
+  # shellcheck disable=SC2046
+  packages $(preset_packages "$preset") || true
+  case $preset in
+    ilp32) compiles g++ -m32 -idirafter /usr/include/x86_64-linux-gnu || ok=0 ;;
+    asan)
+      compiles g++ -m32 -idirafter /usr/include/x86_64-linux-gnu -fsanitize=address,undefined || ok=0
+      ;;
+    arm) compiles arm-linux-gnueabihf-g++-12 && command -v qemu-arm >/dev/null || ok=0 ;;
+  esac
+  [ "$ok" = 1 ] && return 0
+  say "note: preset $preset is left out: its compiler or emulator can't be installed here"
+  return 1
+}
+
+# Are the header libraries of the simulator here? Sets node_option for cmake.
+node_option=-DPM_BUILD_NODE=ON
+find_node_packages() {
+  packages libtomlplusplus-dev libcli11-dev nlohmann-json3-dev && return 0
+  say "note: pmnode is left out: its header libraries can't be installed here"
+  node_option=-DPM_BUILD_NODE=OFF
+  return 1
+}
+
+need_build_tools() { need_packages g++ cmake ninja-build; }
+
+# Configures and builds a preset; a log is shown only when something is wrong.
+build() {
+  local preset=$1 log
+  shift
+  mkdir -p "build/$preset"
+  log=build/$preset/build.log
+  if ! { cmake --preset "$preset" "$node_option" && cmake --build --preset "$preset" "$@"; } \
+    >"$log" 2>&1; then
+    tail -n 60 "$log" >&2
+    say "error: preset $preset does not build; the whole log is in $log" >&2
+    return 1
+  fi
+}
