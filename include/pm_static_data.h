@@ -1,5 +1,8 @@
-/* Static records: the configuration of every PTP that does not change with its link state. A
- * replica, written by the restore paths only. */
+/* Static records: the configuration of every PTP that does not change with its link state.
+ *
+ * Every instance holds a replica in a hash table of its own, which its first record creates and
+ * which lives as long as the instance. Only the restore paths write it: data distribution and
+ * active/standby synchronisation. All functions work on the current instance; nothing is locked. */
 #ifndef PM_STATIC_DATA_H
 #define PM_STATIC_DATA_H
 
@@ -54,7 +57,7 @@ enum {
 /**
  * Compare function of the static database.
  *
- * @param pKey   u16 PTP ID
+ * @param pKey   u16 PTP ID, any alignment
  * @param pNode  PmStaticDBNode
  * @retval 0  the node carries that PTP ID
  * @retval 1  it does not, or a pointer is null
@@ -65,31 +68,35 @@ PM_API u32 PM_LibCmpStaticDBNode(const void *pKey, const void *pNode);
  * Finds a PTP's node.
  *
  * @param usPtpID  PTP ID
- * @return the node, owned by the database; null when there is none or no database yet
+ * @return the node, owned by the database and valid until it is deleted; null when there is none,
+ * no database yet or no current instance
  */
 PM_API PmStaticDBNode *PM_LibFindStaticDBNode(u16 usPtpID);
 
 /**
- * Adds a node whose record is cleared but for its PTP ID; the first call creates the database.
+ * Adds a node whose record is cleared but for its PTP ID; the first call creates the database. The
+ * caller fills the record.
  *
  * @param usPtpID  PTP ID that has no node yet
- * @return the node, owned by the database; null when memory or the table is missing
+ * @return the node, owned by the database; null when the table or the node can't be allocated, or
+ *         outside an instance
  */
 PM_API PmStaticDBNode *PM_LibCreateStaticDBNode(u16 usPtpID);
 
 /**
- * Inserts or replaces a PTP's record. Called by the restore paths.
+ * Inserts or replaces a PTP's record, all 214 bytes of it. Called by the restore paths.
  *
- * @param pstStaticData  the record; its usPtpID is the key
+ * @param pstStaticData  the record; its usPtpID is the key and may be above the maximum PTP ID,
+ *                       where no reader reaches it
  * @retval 0                    stored
- * @retval PM_ERR_DATA_INVALID  no node could be created
- * @retval PM_ERR_MEM_OPER      the copy failed
- * @retval PM_ERR_PARA          pstStaticData is null
+ * @retval PM_ERR_DATA_INVALID  the PTP has no node and none could be created
+ * @retval PM_ERR_MEM_OPER      the copy failed; a new node stays, cleared
+ * @retval PM_ERR_PARA          pstStaticData is null, or no current instance
  */
 PM_API u32 PM_LibUpdateStaticDBNode(const PtpStaticData *pstStaticData);
 
 /**
- * Deletes a PTP's record. Called by the restore paths.
+ * Deletes a PTP's record and releases its node. Called by the restore paths.
  *
  * @param usPtpID  PTP ID
  * @retval 0  always; deleting an absent record is recorded
@@ -97,14 +104,14 @@ PM_API u32 PM_LibUpdateStaticDBNode(const PtpStaticData *pstStaticData);
 PM_API u32 PM_LibDeleteStaticDBNode(u16 usPtpID);
 
 /**
- * Copies a PTP's static record.
+ * Copies a PTP's static record: the one read access to the database.
  *
  * @param[in]  usPtpID        PTP ID, 0 to the maximum PTP ID
  * @param[out] pstStaticData  receives the 214 bytes
  * @retval 0                     the PTP has a record
  * @retval 1                     no database yet, or usPtpID above the maximum; nothing is written
  * @retval PM_ERR_PTP_NOT_EXIST  the PTP has none; the output is filled with 0xFF
- * @retval PM_ERR_PARA           pstStaticData is null
+ * @retval PM_ERR_PARA           pstStaticData is null, or no current instance
  */
 PM_API u32 PM_LibStaticDataGetDataFromPTP(u16 usPtpID, PtpStaticData *pstStaticData);
 
