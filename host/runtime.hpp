@@ -1,0 +1,122 @@
+// Runtime layer: virtual time, the task watchdog and hash tables.
+#ifndef HOST_RUNTIME_HPP
+#define HOST_RUNTIME_HPP
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "host/fn.hpp"
+
+namespace host {
+
+struct Node;
+
+// Virtual time in ticks. It moves only by advance(), by the library's task delays and by delays set
+// as faults; what falls due is done by Node::run(), never from inside advance().
+class Clock {
+ public:
+  u32 now() const { return now_; }
+  void advance(u32 ticks) {
+    now_ += ticks;
+    elapsed_ += ticks;
+  }
+  void set(u32 tick) { now_ = tick; }                 // to try the wrap of the tick counter
+  std::uint64_t elapsed() const { return elapsed_; }  // never wraps, not moved by set()
+
+ private:
+  u32 now_ = 0;
+  std::uint64_t elapsed_ = 0;
+};
+
+struct Bark {
+  Fn fn{};  // host call during which the budget ran out
+  u32 cid = 0;
+  u32 tick = 0;
+  bool by_ticks = false;  // the task ran too long in ticks; otherwise it made too many calls
+};
+
+// Barks when a task runs too long without feeding it. A task's turn begins when the host hands it
+// control (a scope is entered, a record, message or phase is delivered); ZEL_ClearWatchDog,
+// ZEL_TaskRunClearDog and ZEL_TaskDelay feed. Two budgets, whichever is used up first:
+//  - calls: every other host call is one unit of work. The longest stretch that a correct walk
+//    makes between two feeds is a chassis of empty slots (32 frames x 256 slots x about 3 calls,
+//    25,000); 65,536 leaves room for it and still shows a walk over all PTPs that never feeds.
+//  - ticks: a booked function is slow from 100 ticks on and eight may pass between two feeds;
+//    3,000 leaves room for that.
+// After a bark the count starts anew, so a starving loop barks again and again.
+class Watchdog {
+ public:
+  u32 limit_calls = 65'536;
+  u32 limit_ticks = 3'000;
+
+  std::uint64_t barks() const { return barks_; }
+  // The first barks, at most 64.
+  const std::vector<Bark> &list() const { return list_; }
+  std::uint64_t feeds() const { return feeds_; }
+  void clear() {
+    barks_ = 0;
+    list_.clear();
+  }
+
+  // For the host functions themselves.
+  bool spend(std::uint64_t now) { return ++calls_ >= limit_calls || now - fed_at_ >= limit_ticks; }
+  void bark(Fn fn, u32 cid, u32 tick, std::uint64_t now);
+  void feed(std::uint64_t now) {
+    ++feeds_;
+    restart(now);
+  }
+  void restart(std::uint64_t now) {
+    calls_ = 0;
+    fed_at_ = now;
+  }
+
+ private:
+  u32 calls_ = 0;
+  std::uint64_t fed_at_ = 0;
+  std::uint64_t barks_ = 0;
+  std::uint64_t feeds_ = 0;
+  std::vector<Bark> list_;
+};
+
+// Hash tables. A node's first three pointer-sized words are the table's: next, previous, and a mark
+// that tells a linked node from any other; they are cleared when the node leaves. New nodes go to
+// the head of their bucket. Misuse is answered with a code and noted in Node::misuses.
+class HashTables {
+ public:
+  explicit HashTables(Node &node) : node_(node) {}
+
+  std::size_t tables() const { return tables_.size(); }
+  std::size_t buckets(Handle table) const;
+  std::size_t nodes(Handle table) const;  // linked nodes
+  // Nodes of one bucket, from its head.
+  std::vector<const void *> bucket(Handle table, u32 bucket) const;
+
+  // For the host functions themselves.
+  Handle create(u32 buckets);
+  u32 add(Handle table, void *node, u32 bucket);
+  void *find(Handle table, u32 bucket, const void *key, u32 (*compare)(const void *, const void *));
+  u32 remove(Handle table, void *node, u32 bucket);
+  // The block of that size is linked in a table.
+  bool linked(const void *block, std::size_t size) const;
+
+ private:
+  struct Links {
+    Links *next;
+    Links *previous;
+    PmWord mark;
+  };
+  struct Table {
+    std::vector<Links *> heads;
+    std::size_t nodes = 0;
+  };
+  Table *table(Handle handle);
+  const Table *table(Handle handle) const;
+
+  Node &node_;
+  std::vector<Table> tables_;
+};
+
+}  // namespace host
+
+#endif
