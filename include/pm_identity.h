@@ -55,7 +55,8 @@ PM_API u32 PM_LibGetPhyIndexFromPTP(u16 usPtpID, u16 *pusBIndex, u8 *pucPort);
  * @param[out] pucPort     port number on the board
  * @retval 0                    written
  * @retval PM_ERR_DATA_INVALID  the class is above 1
- * @retval PM_ERR_PARA          no function is registered for the class, or an output is null
+ * @retval PM_ERR_PARA          no function is registered for the class, an output is null, or no
+ *                              current instance
  * @return otherwise the function's result
  */
 PM_API u32 PM_LibGetPhyIndexFromPTPEnc(u8 ucPtpClass, u16 usPtpID, u16 *pusBIndex, u8 *pucPort);
@@ -103,7 +104,7 @@ PM_API u32 PM_LibGetTypeFromPTP(u16 usPtpID, u16 *pusPtpType);
  * @param usPtpID  PTP ID
  * @retval 0                     yes
  * @retval PM_ERR_PTP_NOT_EXIST  no
- * @retval PM_ERR_PTPID_RANGE    usPtpID is above the maximum PTP ID
+ * @retval PM_ERR_PTPID_RANGE    usPtpID is above the maximum PTP ID or beyond the store
  * @retval PM_ERR_PARA           no dynamic record has arrived yet
  */
 PM_API u32 PM_LibIfPtpExist(u16 usPtpID);

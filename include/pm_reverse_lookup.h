@@ -1,5 +1,6 @@
 /* From a place to the PTP ID. Answers are cached; a cached answer is checked against the PTP's
- * record before it is given, so writers of the records never touch the cache. */
+ * record before it is given, so writers of the records never touch the cache. "None" is not cached:
+ * asking for a place without a PTP scans all records every time. */
 #ifndef PM_REVERSE_LOOKUP_H
 #define PM_REVERSE_LOOKUP_H
 
@@ -37,8 +38,9 @@ PM_PIN_OFFSET32(PmPhyIndexNode, usPtpID, 17);
  * @param[out] pusPtpID    PTP ID; of several the lowest
  * @retval 0                     found
  * @retval PM_ERR_PTP_NOT_EXIST  there is none
- * @retval PM_ERR_PARA           no dynamic record has arrived yet, pusPtpID is null, or the cache
- *                               could not grow; in that last case the answer has been written
+ * @retval PM_ERR_PARA           no dynamic record has arrived yet, pusPtpID is null, there is no
+ *                               current instance, or the cache could not be created; also when no
+ *                               memory was left for the new entry, and then the answer is written
  */
 PM_API u32 PM_LibGetPtpFromPhyIndexOnSrv(u8 ucPtpClass, u16 usIndex1, u16 usIndex2, u16 *pusPtpID);
 
@@ -62,7 +64,7 @@ PM_API u32 PM_LibGetPtpFromPhyIndexOnSrvByEnum(u8 ucPtpClass, u16 usIndex1, u16 
  *
  * @param[in]  usBIndex  board index
  * @param[in]  ucPort    port number
- * @param[out] pusPtpID  PTP ID
+ * @param[out] pusPtpID  PTP ID; a record whose usIndex2 is above 255 is never found
  * @return as PM_LibGetPtpFromPhyIndexOnSrv
  */
 PM_API u32 PM_LibGetPtpFromPhyIndex(u16 usBIndex, u8 ucPort, u16 *pusPtpID);
