@@ -6,11 +6,18 @@
 #define PM_SUB_ATTR_HPP
 
 #include "global_data.hpp"
+#include "platform/zel.h"
 
 namespace pm {
 
-// The walks over port types feed the task watchdog once in as many positions.
-constexpr u32 sub_walk_watchdog_stride = 512;
+// Feeds the task watchdog once in 512 positions of a walk over the port types, beginning with the
+// first.
+inline void feed_watchdog_at(u32 position) {
+  constexpr u32 stride = 512;
+  if (position % stride == 0) {
+    ZEL_ClearWatchDog();
+  }
+}
 
 // Number of port types, so of suffixes; 0 while there is no control block.
 inline u16 ptp_type_num(const PmGlobalData *data) {
