@@ -15,6 +15,7 @@
 #include "pm_events.h"
 #include "pm_hooks.h"
 #include "pm_identity.h"
+#include "pm_object_deletion.h"
 #include "pm_restore.h"
 #include "pm_result.h"
 #include "pm_reverse_lookup.h"
@@ -26,6 +27,7 @@
 #include "pm_sub_lookup.h"
 #include "pm_sync.h"
 #include "pm_trace.h"
+#include "pm_virtual_ptp.h"
 #include "pm_virtual_system.h"
 #include "pm_walk.h"
 

@@ -1,58 +1,54 @@
-/* Remote services: the two that the library publishes, and calls of the owner of the PTP database
- * (virtual PTPs, descriptions, deletion of objects). */
+/* Remote services: the two that the library publishes, and the link event that it sends to the
+ * process that owns the PTP database. The other calls of that process are in pm_virtual_ptp.h and
+ * pm_object_deletion.h. */
 #ifndef PM_SAPI_H
 #define PM_SAPI_H
 
 #include "pm_base.h"
+#include "pm_object_deletion.h"
 
 PM_C_BEGIN
 
-#pragma pack(push, 1)
-
-/* The PTP to create as a virtual PTP. */
-typedef struct PmVirtualPtpDesc {
-  u8 ucPtpClass;
-  u8 ucReserved;
-  u16 usIndex1;
-  u16 usIndex2;
-  u16 usPtpType;
-} PmVirtualPtpDesc;
-
-/* An object addressed by frame, slot, port and ONT. */
-typedef struct PmFspOntid {
-  u16 usFrameID;
-  u8 ucSlotID;
-  u8 ucPortID;
-  u32 ulOntID;
-} PmFspOntid;
-
-#pragma pack(pop)
-
-PM_PIN_SIZE(PmVirtualPtpDesc, 8);
-PM_PIN_OFFSET(PmVirtualPtpDesc, usPtpType, 6);
-PM_PIN_SIZE(PmFspOntid, 8);
-PM_PIN_OFFSET(PmFspOntid, ulOntID, 4);
-
-/* Learns the result of a deletion. */
-typedef u32 (*PmDelObjectCompletionFunc)(PmFspOntid *pstKey, u32 ulResult);
-
+/**
+ * Publishes the services "PM_SapiBookCallBookedFuncs" and "PM_SapiNotifyDelObjectCfgResult" for the
+ * current instance. Called once, in start-up phase 1.
+ *
+ * @retval 0            both were tried; a refused one is recorded
+ * @retval PM_ERR_PARA  no current instance
+ */
 PM_API u32 PM_LibPrimarySapiPublish(void);
+
+/**
+ * Handler of the published service of the same name: lets another process raise a primitive here.
+ *
+ * @param usPrimType  primitive type, 0 to 14
+ * @param usPtpID     PTP ID; PM_PTP_ID_NONE = no particular PTP
+ * @param pPara       parameter of the primitive, handed to the booked functions; may be null
+ * @return as PM_LibBookCallBookedFuncs
+ */
 PM_API u32 PM_SapiBookCallBookedFuncs(u16 usPrimType, u16 usPtpID, void *pPara);
+
+/**
+ * Handler of the published service of the same name: the owner reports how a deletion that
+ * PM_LibDelObjectCfg requested has ended.
+ *
+ * @param pfnCompletion  completion function, as requested
+ * @param pstKey         the object
+ * @param ulResult       result of the deletion, 0 = deleted
+ * @return as PM_LibNotifyDelObjectCfgResult, 0
+ */
 PM_API u32 PM_SapiNotifyDelObjectCfgResult(PmDelObjectCompletionFunc pfnCompletion,
                                            PmFspOntid *pstKey, u32 ulResult);
 
+/**
+ * Sends a link event of a PTP to the owner and does not wait for it.
+ *
+ * @param usPtpID  PTP ID, sent as it is
+ * @param ucEvent  event, sent as it is
+ * @retval 0  the call is on its way
+ * @return otherwise the code of the remote-call layer
+ */
 PM_API u32 PM_LibLinkEventNotify(u16 usPtpID, u8 ucEvent);
-PM_API u32 PM_LibAddVirtualPtp(PmVirtualPtpDesc *pstDesc, u16 *pusNewPtpID);
-PM_API u32 PM_LibDelVirtualPtp(u16 usPtpID);
-PM_API u32 PM_LibSetDescFromPTP(u16 usPtpID, u8 *pucDesc, u32 ulLength);
-
-PM_API u32 PM_LibGetObjectNumInDelete(void);
-PM_API u32 PM_LibSetObjectNumInDelete(u32 ulObjNum);
-PM_API u32 PM_LibIsObjSupportSrvCfg(PmFspOntid *pstKey);
-PM_API u32 PM_LibOperCheckCanDelPTP(u16 usPtpID);
-PM_API u32 PM_LibDelObjectCfg(PmFspOntid *pstKey, char *pcText, PmWord ulCompletion);
-PM_API u32 PM_LibNotifyDelObjectCfgResult(PmDelObjectCompletionFunc pfnCompletion,
-                                          PmFspOntid *pstKey, u32 ulResult);
 
 PM_C_END
 
