@@ -131,7 +131,7 @@ PM_API u32 PM_LibScribeRestore_StaticDB(u32 ulClassID, u32 ulReserved, const voi
  * @param pData       PmPrimNotify
  * @param ulLen       32
  * @retval 0            delivered
- * @retval PM_ERR_PARA  the class, the data or the length is wrong
+ * @retval PM_ERR_PARA  the class, the data or the length is wrong, or no current instance
  */
 PM_API u32 PM_LibScribeRestorePrimNotify(u32 ulClassID, u32 ulReserved, const void *pKey,
                                          const void *pData, u32 ulLen);
@@ -145,7 +145,7 @@ PM_API u32 PM_LibScribeRestorePrimNotify(u32 ulClassID, u32 ulReserved, const vo
  * @param pData       u32 number; what follows is not read
  * @param ulLen       4 or more
  * @retval 0            taken
- * @retval PM_ERR_PARA  pData is null or ulLen below 4
+ * @retval PM_ERR_PARA  pData is null, ulLen is below 4, or no current instance
  */
 PM_API u32 PM_LibScribeRestoreObjDelNum(u32 ulClassID, u32 ulReserved, const void *pKey,
                                         const void *pData, u32 ulLen);

@@ -184,7 +184,8 @@ u32 PM_LibScribeRestore_StaticDB(u32 ulClassID, u32 /*ulReserved*/, const void *
 
 u32 PM_LibScribeRestorePrimNotify(u32 ulClassID, u32 /*ulReserved*/, const void * /*pKey*/,
                                   const void *pData, u32 ulLen) {
-  if (!carries<PmPrimNotify>({ulClassID, pData, ulLen}, PM_CLASS_PRIM_NOTIFY)) {
+  if (!carries<PmPrimNotify>({ulClassID, pData, ulLen}, PM_CLASS_PRIM_NOTIFY) ||
+      pm::current_data() == nullptr) {
     return FAIL(PM_ERR_PARA, PM_ERR_PARA);
   }
   const auto *notify = static_cast<const PmPrimNotify *>(pData);
@@ -204,6 +205,9 @@ u32 PM_LibScribeRestoreObjDelNum(u32 /*ulClassID*/, u32 /*ulReserved*/, const vo
   constexpr u32 count_size = sizeof(u32);
   if (pData == nullptr || ulLen < count_size) {
     return FAIL(PM_ERR_PARA, ulLen, count_size);
+  }
+  if (pm::current_data() == nullptr) {
+    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
   }
   (void)PM_LibSetObjectNumInDelete(pm::load<u32>(pData));
   return PM_OK;
