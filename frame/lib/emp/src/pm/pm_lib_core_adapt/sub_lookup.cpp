@@ -128,7 +128,7 @@ u32 PM_LibGetSubFunc(u16 usPtpType, PmSubCallBack *pstCallBack) {
           usPtpType);
     return FAIL(ret, ret, usPtpType);
   }
-  *pstCallBack = entry->stCallBack;
+  *pstCallBack = pm::load<PmSubCallBack>(&entry->stCallBack);
   return PM_OK;
 }
 
