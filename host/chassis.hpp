@@ -81,7 +81,6 @@ class Chassis {
   };
   Slot *slot(u16 frame, u8 slot);
   const Slot *slot(u16 frame, u8 slot) const;
-  void place_at(u16 bindex, u16 frame, u8 slot);
 
   std::vector<Frame> frames_;
   std::vector<u32> places_;  // board index -> frame << 8 | slot, or none

@@ -10,6 +10,8 @@
 // Publishing from inside a delivery or while a remote call is being served changes the store at
 // once; the deliveries wait for the end of the running delivery or, during a remote call, for the
 // next run() or publish(). No delivery is ever nested in another, and none is reordered.
+//
+// An empty key or empty data reaches the subscriber as a null pointer.
 #ifndef HOST_DISTRIBUTION_HPP
 #define HOST_DISTRIBUTION_HPP
 
@@ -99,6 +101,8 @@ class Distribution {
   void publish_spec(u32 identifier, ByteView payload);
   // Hands a message as it is, without keeping it: for malformed ones.
   void send_spec(ByteView message);
+  // The payload kept under that identifier; null when there is none.
+  const Bytes *spec(u32 identifier) const;
 
   // Records that a subscriber did not accept; at most 1,000 are listed.
   std::uint64_t refused() const { return refused_; }
@@ -131,6 +135,7 @@ class Distribution {
     std::vector<Record> late;  // changed behind the position
   };
   struct Live {
+    u32 cid = 0;
     u32 class_id = 0;
     Record record;
   };
@@ -138,11 +143,12 @@ class Distribution {
     u32 module = 0;
     DdmSpecUpdateFunc update = nullptr;
   };
-  u32 enqueue(u32 class_id, Record record);
+  u32 enqueue(u32 class_id, const Record &record, bool event);
   u32 drain();
-  u32 deliver(const Subscription &to, const Record &record);
-  u32 deliver_live(const Live &live);
-  bool feed_batch(std::size_t index, std::size_t &room, std::size_t &count);
+  u32 deliver(u32 cid, u32 class_id, const Record &record);
+  void feed_batch(u32 cid, u32 class_id, std::size_t &room);
+  void tell_spec(const SpecUser &user, ByteView message);
+  Subscription *find_subscription(u32 cid, u32 class_id);
   const Subscription *find_subscription(u32 cid, u32 class_id) const;
 
   Node &node_;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/fn.hpp"
+#include "host/runtime.hpp"
 
 namespace host {
 
@@ -69,6 +70,7 @@ class Scope {
  private:
   Node *outer_node_;
   Instance *outer_instance_;
+  Watchdog::Turn outer_turn_;  // of the node entered
 };
 
 [[nodiscard]] inline Scope enter(Node &node) {

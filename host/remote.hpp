@@ -8,6 +8,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/distribution.hpp"
@@ -45,14 +46,15 @@ class Rpc {
   explicit Rpc(Node &node) : node_(node) {}
 
   // Sets, replaces or (with an empty function) takes away a service. The owner's are set at birth.
-  void serve(const std::string &name, Service service);
+  // While `online` points to false, calls of the service fail with code_unreachable.
+  void serve(const std::string &name, Service service, const bool *online = nullptr);
   // False: every call fails with code_unreachable.
   bool reachable = true;
 
   // Performs asynchronous calls that wait, in order; returns their number.
   std::size_t run();
   std::size_t waiting() const { return queue_.size(); }
-  // Calls sent, oldest first; at most 1,024 are kept.
+  // Calls sent, in the order in which they were answered or queued; at most 1,024 are kept.
   const std::deque<SentCall> &sent() const { return sent_; }
   void clear_sent() { sent_.clear(); }
 
@@ -61,10 +63,16 @@ class Rpc {
   u32 post(u32 destination, const char *name, RpcPara *para);
 
  private:
-  SentCall &note(u32 destination, const char *name, const RpcPara *para, bool synchronous);
+  struct Served {
+    Service service;
+    const bool *online = nullptr;
+  };
+  const Served *find(std::string_view name, u32 &code) const;
+  SentCall describe(u32 destination, const char *name, const RpcPara &para, bool synchronous) const;
+  void keep(SentCall call);
 
   Node &node_;
-  std::map<std::string, Service> services_;
+  std::map<std::string, Served, std::less<>> services_;
   std::deque<SentCall> queue_;
   std::deque<SentCall> sent_;
 };

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/fn.hpp"
@@ -60,20 +61,24 @@ class Watchdog {
   }
 
   // For the host functions themselves.
-  bool spend(std::uint64_t now) { return ++calls_ >= limit_calls || now - fed_at_ >= limit_ticks; }
+  bool spend(std::uint64_t now) {
+    return ++turn_.calls >= limit_calls || now - turn_.fed_at >= limit_ticks;
+  }
   void bark(Fn fn, u32 cid, u32 tick, std::uint64_t now);
   void feed(std::uint64_t now) {
     ++feeds_;
-    restart(now);
+    turn_ = {0, now};
   }
-  void restart(std::uint64_t now) {
-    calls_ = 0;
-    fed_at_ = now;
-  }
+  // A task's use of its budgets since it was last fed; kept aside while another task has its turn.
+  struct Turn {
+    u32 calls = 0;
+    std::uint64_t fed_at = 0;
+  };
+  Turn begin_turn(std::uint64_t now) { return std::exchange(turn_, {0, now}); }
+  void end_turn(const Turn &outer) { turn_ = outer; }
 
  private:
-  u32 calls_ = 0;
-  std::uint64_t fed_at_ = 0;
+  Turn turn_;
   std::uint64_t barks_ = 0;
   std::uint64_t feeds_ = 0;
   std::vector<Bark> list_;
