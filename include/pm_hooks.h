@@ -45,12 +45,73 @@ PM_PIN_OFFSET32(PmProductMngt, pfnGetCoIndexByFspOntid, 12);
 PM_PIN_OFFSET32(PmProductMngt, pfnZelCfg, 20);
 PM_PIN_OFFSET32(PmProductMngt, pfnSetInstanceDynAttributeDefaultValue, 36);
 
+/**
+ * Registers the process-wide table, which all instances of the process use.
+ *
+ * @param pstProductMngt  the hooks, copied
+ * @retval 0            registered
+ * @retval PM_ERR_PARA  pstProductMngt is null
+ * @return otherwise the result of the bounded copy
+ */
 PM_API u32 PM_LibRegProductMngtFuncProc(const PmProductMngt *pstProductMngt);
+
+/**
+ * Registers the current instance's own table, of which pfnEventRegister only is used. To be called
+ * before the instance's first dynamic record arrives.
+ *
+ * @param pstProductMngt  the hooks, copied
+ * @retval 0              registered
+ * @retval PM_ERR_PARA    pstProductMngt is null, or no current instance
+ * @retval PM_ERR_MALLOC  no memory for the table
+ * @return otherwise the result of the bounded copy
+ */
 PM_API u32 PM_LibRegInstProductMngtFuncProc(const PmProductMngt *pstProductMngt);
+
+/**
+ * Calls pfnZelCfg. Called by the FID start-up, which its failure stops.
+ *
+ * @return the hook's result; 0 for an empty slot
+ */
 PM_API u32 PM_LibPltZelCfg(void);
+
+/**
+ * Calls pfnEventRegister of the process-wide table, whose failure is recorded only, and then of the
+ * instance's table. Called by the restore that has created the store of dynamic records.
+ *
+ * @retval 0            both done or empty
+ * @retval PM_ERR_PARA  no current instance; nothing has been called
+ * @return otherwise the result of the instance's hook
+ */
 PM_API u32 PM_LibPltEventRegister(void);
+
+/**
+ * Calls pfnOperCheckRegister of the process-wide table.
+ *
+ * @param ulWord1  handed to the hook unchanged
+ * @param ulWord2  handed to the hook unchanged
+ * @retval PM_ERR_PARA  the slot is empty
+ * @return otherwise the hook's result
+ */
 PM_API u32 PM_LibPltOperCheckRegister(PmWord ulWord1, PmWord ulWord2);
+
+/**
+ * Calls pfnRegisterPtpCapAttrInitFunc of the process-wide table.
+ *
+ * @param ulWord1  handed to the hook unchanged
+ * @param ulWord2  handed to the hook unchanged
+ * @retval PM_ERR_PARA  the slot is empty
+ * @return otherwise the hook's result
+ */
 PM_API u32 PM_LibPltRegisterPtpCapAttrInitFunc(PmWord ulWord1, PmWord ulWord2);
+
+/**
+ * Calls pfnSetInstanceDynAttributeDefaultValue of the process-wide table.
+ *
+ * @param ulWord1  handed to the hook unchanged
+ * @param ulWord2  handed to the hook unchanged
+ * @retval PM_ERR_PARA  the slot is empty
+ * @return otherwise the hook's result
+ */
 PM_API u32 PM_LibPltSetInstanceDynAttributeDefaultValue(PmWord ulWord1, PmWord ulWord2);
 
 PM_C_END
