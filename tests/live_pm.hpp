@@ -135,9 +135,7 @@ class LivePm : public testing::Test {
     return node.ddm.publish(PM_CLASS_SUB_INFO, suffix, host::view_of(info));
   }
 
-  void trace(u32 switch_no, bool on = true) {
-    PM_LibDbgSwitchControl(1, 1, switch_no, on ? 1 : 0);
-  }
+  void trace(u32 switch_no, bool on = true) { PM_LibDbgSwitchControl(1, 1, switch_no, on ? 1 : 0); }
   void trace_all() {
     for (u32 i = 0; i < PM_SWITCH_NUM; ++i) {
       trace(i);
