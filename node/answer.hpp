@@ -1,0 +1,92 @@
+// What a command answers: named values, tables and remarks, in order. The same answer is rendered
+// as text for people and as JSON for programs, so a name stands in both; text shows '_' as a blank.
+#ifndef NODE_ANSWER_HPP
+#define NODE_ANSWER_HPP
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/base.h"
+
+namespace node {
+
+// A number that people read in base 16; JSON has it as a number.
+struct Hex {
+  u32 value = 0;
+};
+
+using Cell = std::variant<std::string, std::int64_t, bool, Hex>;
+
+// Any integer, a text or a flag as a cell.
+inline Cell cell(std::string text) {
+  return Cell(std::move(text));
+}
+inline Cell cell(const char *text) {
+  return Cell(std::string(text));
+}
+inline Cell cell(bool flag) {
+  return Cell(flag);
+}
+inline Cell cell(Hex hex) {
+  return Cell(hex);
+}
+template <class Integer>
+Cell cell(Integer number) {
+  return Cell(static_cast<std::int64_t>(number));
+}
+
+struct Field {
+  std::string name;
+  Cell value;
+};
+
+struct Rows {
+  std::string name;
+  std::vector<std::string> columns;
+  std::vector<std::vector<Cell>> rows;
+
+  template <class... Values>
+  void add(Values... values) {
+    rows.push_back({cell(std::move(values))...});
+  }
+};
+
+struct Remark {
+  std::string text;
+};
+
+class Answer {
+ public:
+  using Item = std::variant<Field, Rows, Remark>;
+
+  template <class Value>
+  Answer &field(std::string name, Value value) {
+    items_.push_back(Field{std::move(name), cell(std::move(value))});
+    return *this;
+  }
+  // The reference is good until the next item is added.
+  Rows &rows(std::string name, std::vector<std::string> columns) {
+    items_.push_back(Rows{std::move(name), std::move(columns), {}});
+    return std::get<Rows>(items_.back());
+  }
+  // For people; JSON has it under "remarks".
+  Answer &remark(std::string text) {
+    items_.push_back(Remark{std::move(text)});
+    return *this;
+  }
+
+  const std::vector<Item> &items() const { return items_; }
+
+ private:
+  std::vector<Item> items_;
+};
+
+std::string as_text(const Answer &answer);
+// One line without a line break.
+std::string as_json(const Answer &answer);
+
+}  // namespace node
+
+#endif

@@ -1,0 +1,117 @@
+// Commands that make something happen to the node.
+#include "node/console.hpp"
+#include "node/feed.hpp"
+
+namespace node {
+namespace {
+
+constexpr std::size_t kDifferencesListed = 10;
+
+Answer run_link(Console &console, const Arguments &arguments) {
+  if (arguments[0] != "up" && arguments[0] != "down") {
+    throw CommandError("'" + arguments[0] + "' is no link state; expected up or down");
+  }
+  const bool distributed = arguments.size() > 2;
+  if (distributed && arguments[2] != "notify") {
+    throw CommandError("'" + arguments[2] + "' is no way to deliver; expected notify");
+  }
+  const u16 ptp = ptp_argument(console, arguments[1]);
+  const u16 primitive = arguments[0] == "up" ? u16{PM_PRIM_LINK_UP} : u16{PM_PRIM_LINK_DOWN};
+  Node &node = console.node();
+  const u32 code = distributed ? node.notify(primitive, ptp) : node.raise(primitive, ptp);
+  return Answer()
+      .field("ptp", ptp)
+      .field("primitive", primitive)
+      .field("delivered_by", distributed ? "notification" : "message")
+      .field("result", result_text(code));
+}
+
+Answer run_publish(Console &console, const Arguments &arguments) {
+  const u32 class_id = number_argument(arguments[0], 0, 0xFFFFFFFF, "data class");
+  const u32 key = number_argument(arguments[1], 0, 0xFFFFFFFF, "key");
+  const host::Bytes data = bytes_argument(arguments[2], "record");
+  const u32 code = console.node().publish(class_id, host::bytes_of_u32(key), data);
+  return Answer()
+      .field("class", Hex{class_id})
+      .field("name", class_name_of(class_id))
+      .field("key", key)
+      .field("bytes", data.size())
+      .field("result", result_text(code));
+}
+
+Answer run_feed(Console &console, const Arguments &arguments) {
+  // A damaged feed is a fault of this line of the script, which says where the feed is damaged.
+  try {
+    const std::vector<FeedItem> items = read_feed(arguments[0]);
+    return Answer()
+        .field("applied", items.size())
+        .field("refused", apply_feed(console.node(), items));
+  } catch (const InputError &error) {
+    throw CommandError(error.what());
+  }
+}
+
+Answer run_tick(Console &console, const Arguments &arguments) {
+  const u32 ticks = number_argument(arguments[0], 0, 0xFFFFFFFF, "number of ticks");
+  for (const auto &side : console.node().sides()) side->host.clock.advance(ticks);
+  console.node().settle();
+  return Answer().field("tick", console.node().active().host.clock.now());
+}
+
+void need_standby(Node &node) {
+  if (!node.has_standby()) {
+    throw CommandError("the node has no standby; expected 'standby' in [node] of the chassis");
+  }
+}
+
+Answer run_sync(Console &console, const Arguments &) {
+  Node &node = console.node();
+  need_standby(node);
+  Answer answer;
+  const std::size_t shipped = node.synchronise();
+  const std::vector<host::SyncDifference> differing = node.compare();
+  answer.field("units_shipped_now", shipped)
+      .field("units_shipped_ever", node.sides().front()->host.syn.shipped())
+      .field("units_compared", PM_LibGetMaxPtpID() + 1)
+      .field("bytes_each", sizeof(PmSynRecord))
+      .field("differing", differing.size())
+      .field("static_data", differing.empty() ? "identical" : "different");
+  if (!differing.empty()) {
+    Rows &rows = answer.rows("first_differences", {"module", "unit"});
+    for (const host::SyncDifference &difference : differing) {
+      if (rows.rows.size() == kDifferencesListed) break;
+      rows.add(difference.module, difference.unit);
+    }
+  }
+  return answer;
+}
+
+Answer run_failover(Console &console, const Arguments &) {
+  Node &node = console.node();
+  need_standby(node);
+  if (!node.failover()) throw CommandError("the sides do not change: the standby is detached");
+  return Answer().field("active_instance", Hex{node.active().cid});
+}
+
+constexpr Command kCommands[] = {
+    {"link", "up|down ID|FRAME/SLOT/PORT [notify]", "a port's link comes up or goes down",
+     "  Delivered to the active instance as a primitive message; with 'notify' to every instance\n"
+     "  as a notification of the data distribution.",
+     2, 3, run_link},
+    {"publish", "CLASS KEY DATA", "a record arrives from the system",
+     "  CLASS and KEY are numbers, DATA the record's bytes in hexadecimal digits. Every board "
+     "gets\n  the record, a static record (0x360030) the active one only.",
+     3, 3, run_publish},
+    {"feed", "FILE", "apply a file of records and messages", "  See docs/feed.md.", 1, 1, run_feed},
+    {"tick", "TICKS", "let time pass", "", 1, 1, run_tick},
+    {"sync", "", "ship changed units to the standby and compare both sides byte for byte", "", 0, 0,
+     run_sync},
+    {"failover", "", "the standby takes over the active role", "", 0, 0, run_failover}};
+
+}  // namespace
+
+std::span<const Command> change_commands() {
+  return kCommands;
+}
+
+}  // namespace node

@@ -1,0 +1,212 @@
+// Commands that ask the active instance: nothing changes by them.
+#include <algorithm>
+
+#include "node/console.hpp"
+
+namespace node {
+namespace {
+
+// PTPs that a question over all of them passes before it feeds the watchdog.
+constexpr u32 kPtpsPerFeed = 512;
+constexpr u32 kListedByDefault = 20;
+
+// Calls `visit` for every PTP ID while the active instance is current.
+template <class Visit>
+void for_every_ptp(Visit visit) {
+  const u32 highest = PM_LibGetMaxPtpID();
+  for (u32 ptp = 0; ptp <= highest; ++ptp) {
+    if (ptp % kPtpsPerFeed == 0) ZEL_ClearWatchDog();
+    visit(static_cast<u16>(ptp));
+  }
+}
+
+std::string place_of(u16 ptp) {
+  u16 frame = 0;
+  u8 slot = 0;
+  u8 port = 0;
+  if (const u32 code = PM_LibGetFSPFromPtp(ptp, &frame, &slot, &port)) return result_text(code);
+  return std::to_string(frame) + "/" + std::to_string(slot) + "/" + std::to_string(port);
+}
+
+std::string type_of(const Chassis &chassis, u16 ptp) {
+  u16 value = 0;
+  if (const u32 code = PM_LibGetTypeFromPTP(ptp, &value)) return result_text(code);
+  const PortType *type = chassis.port_type(value);
+  return std::to_string(value) + (type == nullptr ? "" : " (" + type->name + ")");
+}
+
+std::string description_of(u16 ptp) {
+  char text[PM_DESC_LEN_MAX + 1] = "";
+  const u32 code = PM_LibGetDescFromPTP(ptp, sizeof text, text);
+  if (code == PM_ERR_FUNC_NULL) return "-";  // only physical ports have one
+  return code == PM_OK ? text : result_text(code);
+}
+
+std::string systems_of(u32 mask) {
+  std::string text;
+  for (unsigned id = 0; id < PM_VS_NUM; ++id) {
+    if (mask >> id & 1) text += (text.empty() ? "" : ", ") + std::to_string(id);
+  }
+  return text.empty() ? "none" : text;
+}
+
+Answer run_status(Console &console, const Arguments &) {
+  Node &node = console.node();
+  const Chassis &chassis = node.chassis();
+  Answer answer;
+  answer.field("node", chassis.name);
+  std::string products;
+  for (const Product &product : node.products()) {
+    products += (products.empty() ? "" : ", ") + product.file.substr(product.file.rfind('/') + 1);
+  }
+  answer.field("products", products.empty() ? "none" : products);
+  answer.field("frames", chassis.frames.size()).field("boards", chassis.boards.size());
+  Rows &instances = answer.rows("instances", {"instance", "role", "ptps", "visible", "sub_lines",
+                                              "published", "errors", "tick"});
+  for (const auto &side : node.sides()) {
+    const host::Scope scope(*side->instance);
+    u32 existing = 0;
+    u32 visible = 0;
+    for_every_ptp([&](u16 ptp) {
+      if (PM_LibIfPtpExist(ptp) != PM_OK) return;
+      ++existing;
+      if (PM_LibIsPtpVisible(ptp) == PM_OK) ++visible;
+    });
+    u16 sub_lines = 0;
+    PM_LibCfgGetPtpTypeNum(&sub_lines);
+    instances.add(Hex{side->cid}, side->instance->active ? "active" : "standby", existing, visible,
+                  sub_lines, side->host.root.publications().size(), side->host.errors.total(),
+                  side->host.clock.now());
+  }
+  return answer;
+}
+
+// What the sub-line of the PTP's port type answers.
+void add_live_attributes(Answer &answer, u16 ptp) {
+  u32 mtu = 0;
+  if (const u32 code = PM_LibGetMtuFromPTP(ptp, &mtu)) {
+    answer.field("live_attributes", result_text(code));
+    return;
+  }
+  answer.field("mtu", mtu);
+  u32 transmit = 0;
+  u32 receive = 0;
+  if (PM_LibGetSpeedFromPTP(ptp, &transmit, &receive) == PM_OK) {
+    answer.field("transmit_speed", transmit).field("receive_speed", receive);
+  }
+  u8 link_state = 0;
+  if (PM_LibGetLinkStateFromPTP(ptp, &link_state) == PM_OK) {
+    answer.field("link", link_state == 1 ? "up" : "down");
+  }
+  char name[PM_NAME_LEN + 1] = "";
+  if (PM_LibGetNameFromPTP(ptp, sizeof name, name) == PM_OK)
+    answer.field("name", std::string(name));
+}
+
+Answer run_ptp(Console &console, const Arguments &arguments) {
+  const u16 ptp = ptp_argument(console, arguments[0]);
+  const host::Scope scope(*console.node().active().instance);
+  Answer answer;
+  answer.field("ptp", ptp);
+  const u32 exists = PM_LibIfPtpExist(ptp);
+  answer.field("exists", exists == PM_OK);
+  if (exists != PM_OK) {
+    answer.field("result", result_text(exists));
+    return answer;
+  }
+  u8 ptp_class = 0;
+  u16 index1 = 0;
+  u16 index2 = 0;
+  PM_LibGetPhyIndexFromPTPEx(ptp, &ptp_class, &index1, &index2);
+  u32 mask = 0;
+  PM_LibGetVsMaskFromPtp(ptp, &mask);
+  u16 managing = 0;
+  const u32 managed = PM_LibGetPtpMngtVsID(ptp, &managing);
+  u16 co_class = 0;
+  PM_LibGetCoClassFromPtpID(ptp, &co_class);
+  answer.field("class", ptp_class == PM_PTP_CLASS_PORT ? "port" : "behind a port")
+      .field("place", place_of(ptp))
+      .field("index1", index1)
+      .field("index2", index2)
+      .field("type", type_of(console.node().chassis(), ptp))
+      .field("co_class", co_class)
+      .field("visible", PM_LibIsPtpVisible(ptp) == PM_OK)
+      .field("virtual_systems", systems_of(mask))
+      .field("managed_by",
+             managed == PM_OK ? "virtual system " + std::to_string(managing) : result_text(managed))
+      .field("description", description_of(ptp));
+  u8 wired = 0;
+  if (PM_LibGetPtpPhyStateFromPTP(ptp, &wired) == PM_OK) {
+    answer.field("lan_switch", wired == 1 ? "connected" : "not connected");
+  }
+  add_live_attributes(answer, ptp);
+  return answer;
+}
+
+Answer run_vs(Console &console, const Arguments &arguments) {
+  const u32 id = number_argument(arguments[0], 0, PM_VS_NUM - 1, "virtual system");
+  const u32 listed = arguments.size() > 1
+                         ? number_argument(arguments[1], 0, 0xFFFF, "number of PTPs")
+                         : kListedByDefault;
+  const host::Scope scope(*console.node().active().instance);
+  std::vector<u16> members;
+  u32 only_there = 0;
+  for_every_ptp([&](u16 ptp) {
+    if (PM_LibIfPtpInVs(ptp, id) != PM_OK) return;
+    members.push_back(ptp);
+    if (PM_LibIfPtpOnlyInOneVs(ptp, id) == PM_OK) ++only_there;
+  });
+  Answer answer;
+  answer.field("virtual_system", id).field("ptps", members.size()).field("in_no_other", only_there);
+  const std::size_t shown = std::min<std::size_t>(members.size(), listed);
+  Rows &rows = answer.rows("first_ptps", {"ptp", "place", "type", "visible", "description"});
+  for (std::size_t position = 0; position < shown; ++position) {
+    const u16 ptp = members[position];
+    rows.add(ptp, place_of(ptp), type_of(console.node().chassis(), ptp),
+             PM_LibIsPtpVisible(ptp) == PM_OK, description_of(ptp));
+  }
+  if (shown < members.size()) {
+    answer.remark("and " + std::to_string(members.size() - shown) + " more: vs " +
+                  std::to_string(id) + " COUNT lists as many as you like");
+  }
+  return answer;
+}
+
+Answer run_spec(Console &console, const Arguments &) {
+  const host::Scope scope(*console.node().active().instance);
+  Answer answer;
+  answer.field("max_ptp", PM_LibGetMaxPtpID())
+      .field("ptps_by_specification", PM_LibGetPtpMaxNum())
+      .field("description_length", PM_GetPmSpec(PM_SPEC_INDEX_DESC_MAX_LEN))
+      .field("message_fid", PM_GetPmSpec(PM_SPEC_INDEX_MSG_FID))
+      .field("attribute_class", PM_GetPmSpec(PM_SPEC_INDEX_ATTR_CLASS))
+      .field("max_port_type", PM_LibGetPtpMaxTypeValue());
+  Rows &rows = answer.rows("port_types", {"suffix", "type", "name", "visible", "capability",
+                                          "co_class", "known", "sub_line"});
+  u16 suffix = 0;
+  for (const PortType &type : console.node().chassis().port_types) {
+    rows.add(suffix++, type.value, type.name, type.visible, type.capability, type.co_class,
+             PM_LibIsPtpTypeValid(type.value) == PM_OK, type.sub_line);
+  }
+  return answer;
+}
+
+constexpr Command kCommands[] = {
+    {"status", "", "what the node consists of, its instances and their roles", "", 0, 0,
+     run_status},
+    {"ptp", "ID | FRAME/SLOT/PORT", "one PTP in full: identity, place, type, live attributes",
+     "  'index1' and 'index2' are the physical indexes of its record; for a PTP behind a port\n"
+     "  'place' is that of the port, as its product maps it.",
+     1, 1, run_ptp},
+    {"vs", "ID [COUNT]", "the PTPs of a virtual system: how many, and the first of them",
+     "  COUNT is the number of PTPs to list, 20 if it is left out.", 1, 2, run_vs},
+    {"spec", "", "the specification: limits, and the port types with their suffixes", "", 0, 0,
+     run_spec}};
+
+}  // namespace
+
+std::span<const Command> query_commands() {
+  return kCommands;
+}
+
+}  // namespace node

@@ -1,0 +1,194 @@
+#include "node/console.hpp"
+
+#include <algorithm>
+#include <istream>
+#include <ostream>
+#include <sstream>
+
+#include "node/document.hpp"
+#include "node/numerals.hpp"
+
+namespace node {
+namespace {
+
+constexpr const char *kPrompt = "pmnode> ";
+constexpr const char *kJsonFlag = "--json";
+
+Answer run_help(Console &, const Arguments &arguments) {
+  Answer answer;
+  if (arguments.empty()) {
+    Rows &rows = answer.rows("commands", {"command", "arguments", "what_it_does"});
+    for (const Command &command : commands()) {
+      rows.add(std::string(command.name), std::string(command.arguments),
+               std::string(command.help));
+    }
+    answer.remark("'help COMMAND' tells more; '--json' behind a command answers in JSON");
+    return answer;
+  }
+  const Command *command = find_command(arguments[0]);
+  if (command == nullptr) throw CommandError("there is no command '" + arguments[0] + "'");
+  answer.remark(std::string(command->name) + " " + std::string(command->arguments));
+  answer.remark("  " + std::string(command->help));
+  if (!command->long_help.empty()) answer.remark(std::string(command->long_help));
+  return answer;
+}
+
+Answer run_quit(Console &console, const Arguments &) {
+  console.quit();
+  return {};
+}
+
+constexpr Command kOwnCommands[] = {
+    {"help", "[COMMAND]", "list the commands, or tell more about one", "", 0, 1, run_help},
+    {"quit", "", "leave; a script ends here", "", 0, 0, run_quit}};
+
+// Words are separated by blanks; a '#' begins a comment.
+Arguments words_of(const std::string &line) {
+  std::istringstream stream(line.substr(0, line.find('#')));
+  Arguments words;
+  for (std::string word; stream >> word;) words.push_back(word);
+  return words;
+}
+
+// What was printed on both sides since the marks, as single lines without line breaks.
+struct PrintedSince {
+  Node &node;
+  std::vector<std::uint64_t> marks;
+
+  explicit PrintedSince(Node &node_) : node(node_) {
+    for (const auto &side : node.sides()) marks.push_back(side->host.debug.total());
+  }
+
+  void add_to(Answer &answer) const {
+    Rows printed{"printed", {"instance", "text"}, {}};
+    for (std::size_t side = 0; side < marks.size(); ++side) {
+      for (const std::string &text : node.sides()[side]->host.debug.since(marks[side])) {
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);) {
+          line.erase(std::remove(line.begin(), line.end(), '\r'), line.end());
+          if (!line.empty()) printed.add(Hex{node.sides()[side]->cid}, line);
+        }
+      }
+    }
+    if (!printed.rows.empty()) answer.rows("printed", printed.columns) = std::move(printed);
+  }
+};
+
+}  // namespace
+
+const std::vector<Command> &commands() {
+  static const std::vector<Command> all = [] {
+    std::vector<Command> list;
+    for (const std::span<const Command> family :
+         {query_commands(), change_commands(), watch_commands(),
+          std::span<const Command>(kOwnCommands)}) {
+      list.insert(list.end(), family.begin(), family.end());
+    }
+    return list;
+  }();
+  return all;
+}
+
+const Command *find_command(std::string_view name) {
+  const auto found = std::find_if(commands().begin(), commands().end(),
+                                  [&](const Command &command) { return command.name == name; });
+  return found == commands().end() ? nullptr : &*found;
+}
+
+void Console::run_line(const std::string &line) {
+  Arguments words = words_of(line);
+  if (words.empty()) return;
+  const bool json = words.back() == kJsonFlag;
+  if (json) words.pop_back();
+  const std::string name = words.empty() ? "" : words.front();
+  const Command *command = find_command(name);
+  if (command == nullptr) {
+    throw CommandError("there is no command '" + name + "'; expected one that 'help' lists");
+  }
+  const Arguments arguments(words.begin() + 1, words.end());
+  if (arguments.size() < command->least_arguments || arguments.size() > command->most_arguments) {
+    throw CommandError("'" + name + "' has " + std::to_string(arguments.size()) +
+                       " arguments; expected " + name + " " + std::string(command->arguments));
+  }
+  const PrintedSince printed(node_);
+  Answer answer = command->run(*this, arguments);
+  printed.add_to(answer);
+  out_ << (json ? as_json(answer) + "\n" : as_text(answer)) << std::flush;
+}
+
+void Console::run_script(std::istream &script, const std::string &file, bool echo) {
+  std::string line;
+  for (unsigned number = 1; !quitting_ && std::getline(script, line); ++number) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (echo && !words_of(line).empty()) out_ << "\n" << kPrompt << line << "\n";
+    try {
+      run_line(line);
+    } catch (const CommandError &error) {
+      out_ << std::flush;
+      throw InputError(file + ":" + std::to_string(number) + ": " + error.what());
+    }
+  }
+}
+
+void Console::run_prompt(std::istream &in) {
+  std::string line;
+  while (!quitting_ && out_ << kPrompt << std::flush && std::getline(in, line)) {
+    try {
+      run_line(line);
+    } catch (const CommandError &error) {
+      out_ << "error: " << error.what() << "\n";
+    }
+  }
+}
+
+u32 number_argument(const std::string &text, u32 lowest, u32 highest, std::string_view what) {
+  const auto number = number_of(text);
+  if (!number || *number < lowest || *number > highest) {
+    throw CommandError("'" + text + "' is no " + std::string(what) + "; expected " +
+                       std::to_string(lowest) + " to " + std::to_string(highest));
+  }
+  return *number;
+}
+
+host::Bytes bytes_argument(const std::string &text, std::string_view what) {
+  auto bytes = bytes_of_hex(text);
+  if (!bytes) {
+    throw CommandError("'" + text + "' is no " + std::string(what) +
+                       "; expected bytes as pairs of hexadecimal digits");
+  }
+  return std::move(*bytes);
+}
+
+u16 ptp_argument(Console &console, const std::string &text) {
+  const std::size_t first = text.find('/');
+  if (first == std::string::npos) {
+    return static_cast<u16>(number_argument(text, 0, 0xFFFE, "PTP ID"));
+  }
+  const std::size_t second = text.find('/', first + 1);
+  if (second == std::string::npos) {
+    throw CommandError("'" + text + "' is no place; expected FRAME/SLOT/PORT");
+  }
+  const auto frame = static_cast<u16>(number_argument(text.substr(0, first), 0, 255, "frame"));
+  const auto slot =
+      static_cast<u8>(number_argument(text.substr(first + 1, second - first - 1), 0, 255, "slot"));
+  const auto port = static_cast<u8>(number_argument(text.substr(second + 1), 0, 255, "port"));
+  const host::Scope scope(*console.node().active().instance);
+  u16 ptp = 0;
+  if (const u32 code = PM_LibGetPtpFromFSP(frame, slot, port, &ptp)) {
+    throw CommandError("no PTP at " + text + ": " + result_text(code));
+  }
+  return ptp;
+}
+
+std::string result_text(u32 code) {
+  if (code == PM_OK) return "ok";
+  char number[16];
+  std::snprintf(number, sizeof number, "0x%x", code);
+#define NODE_RESULT_NAME(name, value, text) \
+  if (code == (value)) return std::string(#name " (") + number + ")";
+  PM_RESULT_LIST(NODE_RESULT_NAME)
+#undef NODE_RESULT_NAME
+  return number;
+}
+
+}  // namespace node

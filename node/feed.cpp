@@ -1,0 +1,181 @@
+#include "node/feed.hpp"
+
+#include <algorithm>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "node/numerals.hpp"
+
+namespace node {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr const char *kFormat = "pmnode-feed";
+constexpr unsigned kVersion = 1;
+constexpr std::size_t kPrimitiveBytes = sizeof(PmPrimMsg);
+
+// One line of a feed, to complain about.
+struct Line {
+  const std::string &file;
+  unsigned number;
+
+  [[noreturn]] void fail(const std::string &what, const std::string &expected) const {
+    throw InputError(file + ":" + std::to_string(number) + ": " + what + "; expected " + expected);
+  }
+};
+
+// A number as such, or as a string such as "0x360011".
+u32 number_in(const Line &line, const Json &json, const char *name) {
+  const auto found = json.find(name);
+  const std::string expected = std::string("'") + name + "', a number or \"0x..\" of 32 bits";
+  if (found == json.end()) line.fail("the number is missing", expected);
+  if (found->is_number_unsigned() && found->get<std::uint64_t>() <= 0xFFFFFFFF) {
+    return found->get<u32>();
+  }
+  if (found->is_string()) {
+    if (const auto number = number_of(found->get<std::string>())) return *number;
+  }
+  line.fail("'" + std::string(name) + "' is " + found->dump(), expected);
+}
+
+host::Bytes bytes_of(const Line &line, const Json &json, const char *name) {
+  const auto found = json.find(name);
+  const std::string expected = std::string("'") + name + "', a string of hexadecimal bytes";
+  if (found == json.end()) line.fail("the bytes are missing", expected);
+  if (found->is_string()) {
+    if (auto bytes = bytes_of_hex(found->get<std::string>())) return *bytes;
+  }
+  line.fail("'" + std::string(name) + "' is " + found->dump(), expected);
+}
+
+void refuse_other_members(const Line &line, const Json &json,
+                          std::initializer_list<std::string_view> known) {
+  for (const auto &member : json.items()) {
+    if (std::find(known.begin(), known.end(), member.key()) != known.end()) continue;
+    std::string expected;
+    for (const std::string_view name : known) {
+      expected += (expected.empty() ? "" : ", ") + std::string(name);
+    }
+    line.fail("unknown member '" + member.key() + "'", expected);
+  }
+}
+
+Json parse(const Line &line, const std::string &text) {
+  Json json = Json::parse(text, nullptr, false);
+  if (!json.is_object()) line.fail("the line is damaged", "one JSON object");
+  return json;
+}
+
+void read_header(const Line &line, const std::string &text) {
+  const std::string expected = std::string(R"({"format": ")") + kFormat + R"(", "version": )" +
+                               std::to_string(kVersion) + "}";
+  const Json json = Json::parse(text, nullptr, false);
+  if (!json.is_object() || json.value("format", Json()) != kFormat) {
+    line.fail("the file is no feed", expected);
+  }
+  if (json.value("version", Json()) != kVersion) {
+    line.fail("version " + json.value("version", Json()).dump() + " of the format is not known",
+              expected);
+  }
+}
+
+FeedItem item_of(const Line &line, const std::string &text) {
+  const Json json = parse(line, text);
+  FeedItem item;
+  if (json.contains("spec")) {
+    refuse_other_members(line, json, {"spec", "data"});
+    item.kind = FeedItem::Kind::spec;
+    item.id = number_in(line, json, "spec");
+    item.data = bytes_of(line, json, "data");
+  } else if (json.contains("class")) {
+    refuse_other_members(line, json, {"class", "key", "data"});
+    item.kind = FeedItem::Kind::record;
+    item.id = number_in(line, json, "class");
+    item.key = host::bytes_of_u32(number_in(line, json, "key"));
+    item.data = bytes_of(line, json, "data");
+  } else if (json.contains("primitive")) {
+    refuse_other_members(line, json, {"primitive"});
+    item.kind = FeedItem::Kind::primitive;
+    item.data = bytes_of(line, json, "primitive");
+    if (item.data.size() != kPrimitiveBytes) {
+      line.fail("the primitive has " + std::to_string(item.data.size()) + " bytes",
+                std::to_string(kPrimitiveBytes));
+    }
+  } else if (json.contains("message")) {
+    refuse_other_members(line, json, {"message"});
+    item.kind = FeedItem::Kind::message;
+    item.data = bytes_of(line, json, "message");
+    // The framework reads a message's header, and a debug-window message has 36 bytes.
+    if (item.data.size() < sizeof(PmDbwinMsg)) {
+      line.fail("the message has " + std::to_string(item.data.size()) + " bytes",
+                "at least " + std::to_string(sizeof(PmDbwinMsg)));
+    }
+  } else if (json.contains("ticks")) {
+    refuse_other_members(line, json, {"ticks"});
+    item.kind = FeedItem::Kind::ticks;
+    item.id = number_in(line, json, "ticks");
+  } else {
+    line.fail("the line says nothing known", "spec, class, primitive, message or ticks");
+  }
+  return item;
+}
+
+u32 apply(Node &node, const FeedItem &item) {
+  switch (item.kind) {
+    case FeedItem::Kind::spec:
+      return node.publish_spec(item.id, item.data);
+    case FeedItem::Kind::record:
+      return node.publish(item.id, item.key, item.data);
+    case FeedItem::Kind::primitive: {
+      PmPrimMsg message;
+      std::copy(item.data.begin(), item.data.end(), reinterpret_cast<u8 *>(&message));
+      const host::Scope scope(*node.active().instance);
+      return PM_PrimMsgProc(&message);
+    }
+    case FeedItem::Kind::message: {
+      host::Bytes message = item.data;
+      Side &side = node.active();
+      return side.host.root.send_message(*side.instance, message.data());
+    }
+    case FeedItem::Kind::ticks:
+      for (const auto &side : node.sides()) side->host.clock.advance(item.id);
+      return 0;
+  }
+  return 0;
+}
+
+}  // namespace
+
+std::vector<FeedItem> read_feed(const std::string &file) {
+  std::ifstream stream(file);
+  if (!stream) throw InputError(file + ": cannot be opened; expected a feed");
+  return feed_from(stream, file);
+}
+
+std::vector<FeedItem> feed_from(std::istream &lines, const std::string &file) {
+  std::vector<FeedItem> items;
+  std::string text;
+  unsigned number = 0;
+  while (std::getline(lines, text)) {
+    ++number;
+    if (number == 1) {
+      read_header({file, number}, text);
+    } else if (!text.empty()) {
+      items.push_back(item_of({file, number}, text));
+    }
+  }
+  if (number == 0) read_header({file, 1}, "");
+  return items;
+}
+
+std::size_t apply_feed(Node &node, const std::vector<FeedItem> &items) {
+  std::size_t refused = 0;
+  for (const FeedItem &item : items) {
+    if (apply(node, item) != 0) ++refused;
+    node.settle();
+  }
+  return refused;
+}
+
+}  // namespace node

@@ -1,0 +1,93 @@
+// pmnode: a node of a chassis file on a workstation.
+#include <unistd.h>
+
+#include <exception>
+#include <fstream>
+#include <iostream>
+
+#include "node/console.hpp"
+#include "node/document.hpp"
+#include "node/feed.hpp"
+#include "node/options.hpp"
+#include "node/start_view.hpp"
+
+namespace {
+
+enum ExitCode { kDone = 0, kFailed = 1, kBadInput = 2 };
+
+int complain(const std::exception &error, ExitCode code) {
+  std::cout << std::flush;
+  std::cerr << error.what() << "\n";
+  return code;
+}
+
+// Everything that was asked for, read and checked before anything is started.
+struct Inputs {
+  node::Chassis chassis;
+  std::vector<node::FeedItem> feed;
+  std::ifstream script;
+  std::vector<node::Product> products;
+};
+
+Inputs read_inputs(const node::Options &options) {
+  Inputs inputs;
+  inputs.chassis = node::load_chassis(options.chassis);
+  if (!options.feed.empty()) inputs.feed = node::read_feed(options.feed);
+  if (!options.script.empty()) {
+    inputs.script.open(options.script);
+    if (!inputs.script) {
+      throw node::InputError(options.script + ": cannot be opened; expected a script");
+    }
+  }
+  for (const std::string &file : options.products) {
+    inputs.products.push_back(node::load_product(file));
+  }
+  return inputs;
+}
+
+void converse(node::Console &console, Inputs &inputs, const node::Options &options) {
+  const bool terminal = isatty(STDIN_FILENO) == 1;
+  if (!options.script.empty()) {
+    console.run_script(inputs.script, options.script, true);
+    if (console.quitting() || !terminal) return;
+    std::cout << "\n";
+  }
+  if (terminal) {
+    console.run_prompt(std::cin);
+  } else {
+    console.run_script(std::cin, "standard input", false);
+  }
+}
+
+int run(const node::Options &options) {
+  Inputs inputs;
+  try {
+    inputs = read_inputs(options);
+  } catch (const node::InputError &error) {
+    return complain(error, kBadInput);
+  }
+  try {
+    node::Node node(std::move(inputs.chassis), std::move(inputs.products));
+    node.start(node::start_view(std::cout, isatty(STDOUT_FILENO) == 1));
+    if (!inputs.feed.empty()) {
+      const std::size_t refused = node::apply_feed(node, inputs.feed);
+      std::cout << "feed: " << inputs.feed.size() << " applied, " << refused << " refused\n";
+    }
+    node::Console console(node, std::cout);
+    converse(console, inputs, options);
+  } catch (const std::exception &error) {
+    return complain(error, kFailed);
+  }
+  return kDone;
+}
+
+}  // namespace
+
+int main(int count, char **arguments) {
+  try {
+    const auto options = node::read_options(count, arguments);
+    return options ? run(*options) : kDone;
+  } catch (const std::exception &error) {
+    return complain(error, kBadInput);
+  }
+}

@@ -1,0 +1,35 @@
+#include "node/numerals.hpp"
+
+#include <charconv>
+
+namespace node {
+namespace {
+
+template <class Number>
+std::optional<Number> parsed(std::string_view digits, int base) {
+  Number number{};
+  const char *end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, number, base);
+  if (error != std::errc() || stop != end) return std::nullopt;
+  return number;
+}
+
+}  // namespace
+
+std::optional<u32> number_of(std::string_view text) {
+  const bool hex = text.starts_with("0x") || text.starts_with("0X");
+  return parsed<u32>(text.substr(hex ? 2 : 0), hex ? 16 : 10);
+}
+
+std::optional<host::Bytes> bytes_of_hex(std::string_view text) {
+  if (text.size() % 2 != 0) return std::nullopt;
+  host::Bytes bytes;
+  for (; !text.empty(); text.remove_prefix(2)) {
+    const auto byte = parsed<u8>(text.substr(0, 2), 16);
+    if (!byte) return std::nullopt;
+    bytes.push_back(*byte);
+  }
+  return bytes;
+}
+
+}  // namespace node

@@ -1,0 +1,40 @@
+#include "node/options.hpp"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+
+#include "node/document.hpp"
+
+namespace node {
+
+std::optional<Options> read_options(int count, char **arguments) {
+  Options options;
+  CLI::App app{"Brings up a node of a chassis file and answers commands about it.", "pmnode"};
+  app.add_option("--chassis", options.chassis, "What the node consists of (docs/chassis_file.md)")
+      ->required()
+      ->type_name("FILE");
+  app.add_option("--product", options.products,
+                 "A product's shared object to load (node/pm_product.h); may be repeated")
+      ->type_name("FILE")
+      ->allow_extra_args(false);
+  app.add_option("--feed", options.feed,
+                 "Records and messages to apply after the start (docs/feed.md)")
+      ->type_name("FILE");
+  app.add_option("--script", options.script,
+                 "Commands to carry out, one a line; at a terminal the prompt follows")
+      ->type_name("FILE");
+  app.footer(
+      "Without a script, commands are read from the standard input; 'help' lists them.\n"
+      "Exit codes: 0 done, 1 a command of the script or the start-up failed, 2 bad input.");
+  try {
+    app.parse(count, arguments);
+  } catch (const CLI::CallForHelp &) {
+    std::cout << app.help();
+    return std::nullopt;
+  } catch (const CLI::ParseError &error) {
+    throw InputError(std::string("pmnode: ") + error.what() + "; expected what --help tells");
+  }
+  return options;
+}
+
+}  // namespace node

@@ -1,0 +1,32 @@
+/* What a product has to offer to be loaded into a node: one function, in a shared object.
+ *
+ * The node loads each product before it starts its instances, asks it for its table of hooks and
+ * registers that table process-wide; everything else happens from inside the hooks:
+ *
+ *  pfnZelCfg         FID start-up of an instance: register the sub-lines (PM_LibRegSubLineInfo), in
+ *                    the order of the port types' suffixes
+ *  pfnPhaseProc(1)   phase 1 of an instance, its tables are there: book functions
+ *                    (PM_LibRegPrimaryWordCallback), register class functions
+ *                    (PM_LibRegPtpClassFunc)
+ *  pfnEventRegister  the first dynamic record of an instance has arrived
+ *
+ * Every hook runs with its instance current and may be called for several instances of the process.
+ * With several products, each one's hook is called in the order in which they were loaded, and the
+ * first failure is the answer.
+ *
+ * What a product prints with xPrintf under a component type other than the library's
+ * (PM_COMP_TYPE) is kept as an event of the instance it ran in. */
+#ifndef PM_PRODUCT_H
+#define PM_PRODUCT_H
+
+#include "pm.h"
+
+PM_C_BEGIN
+
+/* The table stays valid as long as the product is loaded. Null means that the product cannot run
+ * here; it is then refused. */
+PM_API const PmProductMngt *pm_product_hooks(void);
+
+PM_C_END
+
+#endif
