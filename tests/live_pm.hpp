@@ -6,8 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <concepts>
 #include <functional>
 #include <optional>
+#include <source_location>
 #include <string>
 #include <vector>
 
@@ -95,7 +97,10 @@ class LivePm : public testing::Test {
     scope.emplace(*instance);
   }
 
-  void start_fid() { ASSERT_EQ(node.root.start_fid(*instance, PM_FidInitProc), PM_OK); }
+  void start_fid() {
+    ASSERT_EQ(node.root.start_fid(*instance, PM_FidInitProc), PM_OK);
+    settle();
+  }
   u32 phase(u32 number) { return node.root.start_phase(*instance, number); }
 
   void up(const Counts &counts = {}) {
@@ -107,6 +112,7 @@ class LivePm : public testing::Test {
       ASSERT_EQ(phase(number), PM_OK);
     }
     node.run();
+    settle();
   }
 
   // Registers a process-wide hook table whose configuration hook registers these sub-lines.
@@ -135,7 +141,10 @@ class LivePm : public testing::Test {
     return node.ddm.publish(PM_CLASS_SUB_INFO, suffix, host::view_of(info));
   }
 
-  void trace(u32 switch_no, bool on = true) { PM_LibDbgSwitchControl(1, 1, switch_no, on ? 1 : 0); }
+  void trace(u32 switch_no, bool on = true) {
+    PM_LibDbgSwitchControl(1, 1, switch_no, on ? 1 : 0);
+    settle();
+  }
   void trace_all() {
     for (u32 i = 0; i < PM_SWITCH_NUM; ++i) {
       trace(i);
@@ -143,13 +152,26 @@ class LivePm : public testing::Test {
   }
 
   // Calls, and compares the code, the values recorded meanwhile and the lines printed meanwhile.
-  template <typename Call>
-  void expect(Call call, u32 code, const Values &recorded, const Lines &printed = {}) {
-    const auto errors = node.errors.total();
-    const auto lines = node.debug.total();
-    EXPECT_EQ(call(), code);
-    EXPECT_EQ(node.errors.values_since(errors), recorded);
-    EXPECT_EQ(node.debug.since(lines), printed);
+  template <std::invocable Call>
+  void expect(Call call, u32 code, const Values &recorded, const Lines &printed = {},
+              std::source_location at = std::source_location::current()) {
+    settle();
+    expect(call(), code, recorded, printed, at);
+  }
+  // The same of a call that has been made, with what has been recorded and printed since the
+  // expectation before.
+  void expect(u32 answer, u32 code, const Values &recorded, const Lines &printed = {},
+              std::source_location at = std::source_location::current()) {
+    const testing::ScopedTrace trace(at.file_name(), static_cast<int>(at.line()), "expect");
+    EXPECT_EQ(answer, code);
+    EXPECT_EQ(node.errors.values_since(settled_errors_), recorded);
+    EXPECT_EQ(node.debug.since(settled_lines_), printed);
+    settle();
+  }
+  // What has been recorded and printed up to now belongs to no expectation.
+  void settle() {
+    settled_errors_ = node.errors.total();
+    settled_lines_ = node.debug.total();
   }
 
   // Calls, and tells as the journal does which of these host functions it called; every one if none
@@ -178,6 +200,9 @@ class LivePm : public testing::Test {
     static std::vector<PmSubLineInfo> sub_lines;
     return sub_lines;
   }
+
+  std::uint64_t settled_errors_ = 0;
+  std::uint64_t settled_lines_ = 0;
 };
 
 }  // namespace test
