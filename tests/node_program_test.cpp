@@ -1,0 +1,144 @@
+// pmnode as a program, without a terminal: exit codes, its one line of complaint, and products that
+// cannot be loaded.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+#include "node/document.hpp"
+#include "node/product.hpp"
+
+namespace {
+
+struct Outcome {
+  int code = -1;
+  std::string output;  // of both streams
+};
+
+Outcome run(const std::string &arguments, const std::string &input = "") {
+  const std::string command = "cd " PM_SOURCE_DIR " && printf '" + input +
+                              "' | " PM_EMULATOR " " PM_NODE_FILE " " + arguments + " 2>&1";
+  Outcome outcome;
+  FILE *pipe = popen(command.c_str(), "r");
+  if (pipe == nullptr) return outcome;
+  char buffer[4096];
+  while (const std::size_t count = fread(buffer, 1, sizeof buffer, pipe)) {
+    outcome.output.append(buffer, count);
+  }
+  const int status = pclose(pipe);
+  outcome.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  return outcome;
+}
+
+// A file of this test's own, gone at its end.
+struct File {
+  std::string name;
+
+  explicit File(const std::string &content)
+      : name(std::filesystem::temp_directory_path() / ("pmnode-" + std::to_string(getpid()))) {
+    std::ofstream(name, std::ios::binary) << content;
+  }
+  ~File() { std::filesystem::remove(name); }
+};
+
+const std::string kDesk = "--chassis examples/desk.toml --product " PM_PRODUCT_FILE;
+
+TEST(NodeProgram, RunsItsExamplesToTheirEnd) {
+  const Outcome tour = run("--chassis examples/access_node.toml --product " PM_PRODUCT_FILE
+                           " --script examples/tour.pmn");
+  EXPECT_EQ(tour.code, 0) << tour.output;
+  EXPECT_NE(tour.output.find("link up: PTP 17 (ge-17)"), std::string::npos);
+  EXPECT_NE(tour.output.find("static data         identical"), std::string::npos);
+  const Outcome desk = run(kDesk + " --script examples/desk.pmn");
+  EXPECT_EQ(desk.code, 0) << desk.output;
+}
+
+TEST(NodeProgram, TakesCommandsFromThePipeAndStopsAtQuit) {
+  const Outcome outcome = run(kDesk, "ptp 3 --json\\nquit\\nnonsense\\n");
+  EXPECT_EQ(outcome.code, 0) << outcome.output;
+  EXPECT_NE(outcome.output.find("{\"ptp\":3,"), std::string::npos);
+}
+
+TEST(NodeProgram, ComplainsInOneLineBeforeAnythingStarts) {
+  const File bad_chassis("[node]\nname = 1\n");
+  const File &file = bad_chassis;
+  const std::string no_product = PM_LIBRARY_FILE;
+  const struct {
+    std::string arguments;
+    std::string line;
+  } cases[] = {{"--chassis /none.toml", "/none.toml: cannot be opened; expected a readable file\n"},
+               {"--chassis " + file.name,
+                file.name + ":1:1: the file lacks [specification]; expected a table\n"},
+               {kDesk + " --script /none.pmn", "/none.pmn: cannot be opened; expected a script\n"},
+               {kDesk + " --feed " + file.name,
+                file.name + ":1: the file is no feed; expected {\"format\": \"pmnode-feed\", "
+                            "\"version\": 1}\n"},
+               {"--chassis examples/desk.toml --product /none.so",
+                "/none.so: cannot be opened; expected a product's shared object\n"},
+               {"--chassis examples/desk.toml --product " + no_product,
+                no_product + ": has no entry point; expected a function pm_product_hooks\n"},
+               {"--product x", "pmnode: --chassis is required; expected what --help tells\n"}};
+  for (const auto &[arguments, line] : cases) {
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.code, 2) << arguments;
+    EXPECT_EQ(outcome.output, line);
+  }
+}
+
+TEST(NodeProgram, AFailingLineOfAScriptIsNamedAndExitsWith1) {
+  const File script("status\nptp 4/4/4\n");
+  const Outcome outcome = run(kDesk + " --script " + script.name);
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_NE(outcome.output.find("\n" + script.name + ":2: no PTP at 4/4/4: "), std::string::npos);
+}
+
+TEST(NodeProduct, RefusesTheOtherWidthAndWhatIsNoSharedObject) {
+  const bool narrow = sizeof(void *) == 4;
+  const File other_width(std::string("\x7F"
+                                     "ELF") +
+                         (narrow ? '\2' : '\1') + std::string(64, '\0'));
+  const auto complaint = [](const std::string &name) -> std::string {
+    try {
+      node::load_product(name);
+    } catch (const node::InputError &error) {
+      return error.what();
+    }
+    return "no complaint";
+  };
+  EXPECT_EQ(complaint(other_width.name), other_width.name + ": is built for " +
+                                             (narrow ? "64" : "32") + " bits; expected " +
+                                             (narrow ? "32" : "64"));
+  EXPECT_EQ(complaint(PM_SOURCE_DIR "/examples/desk.toml"),
+            PM_SOURCE_DIR "/examples/desk.toml: is no shared object; expected a product");
+}
+
+// Hooks of three products, to be combined.
+std::string called;
+u32 first_phase(u32) {
+  return called += "1", 0;
+}
+u32 second_phase(u32) {
+  return called += "2", 7;
+}
+u32 third_phase(u32) {
+  return called += "3", 0;
+}
+
+TEST(NodeProduct, CombinedHooksCallEachProductUntilTheFirstFailure) {
+  PmProductMngt first{};
+  PmProductMngt second{};
+  PmProductMngt third{};
+  first.pfnPhaseProc = first_phase;
+  second.pfnPhaseProc = second_phase;
+  third.pfnPhaseProc = third_phase;
+  const PmProductMngt all = node::combined_hooks({{"a", &first}, {"b", &second}, {"c", &third}});
+  EXPECT_EQ(all.pfnPhaseProc(1), 7u);
+  EXPECT_EQ(called, "12");
+  EXPECT_EQ(all.pfnZelCfg, nullptr) << "a slot that nobody fills stays empty";
+}
+
+}  // namespace
