@@ -132,10 +132,9 @@ auto call(Body &&body, const A &...arguments) noexcept -> std::invoke_result_t<B
   }
   try {
     const u32 number = node->faults.count(fn);
-    if constexpr (!feeds_watchdog(fn)) {
-      if (node->watchdog.spend(node->clock.elapsed())) [[unlikely]] {
-        node->watchdog.bark(fn, current_cid(), node->clock.now(), node->clock.elapsed());
-      }
+    const std::uint64_t now = node->clock.elapsed();
+    if (feeds_watchdog(fn) ? node->watchdog.late(now) : node->watchdog.spend(now)) [[unlikely]] {
+      node->watchdog.bark(fn, current_cid(), node->clock.now(), now);
     }
     if (node->faults.armed() || node->journal.on()) [[unlikely]] {
       return observed_call<fn, R>(*node, number, body, arguments...);

@@ -68,7 +68,8 @@ Faults::Verdict Faults::judge(Fn fn, u32 call) {
   }
   if (in_range(call, rule.fail_first, rule.fail_last)) {
     verdict.fails = true;
-    verdict.answer = rule.answer.value_or(info_of(fn).fault);
+    const FnInfo &info = info_of(fn);
+    verdict.answer = info.answer == Answer::handle ? 0 : rule.answer.value_or(info.fault);
     ++rule.hits;
   }
   return verdict;

@@ -61,9 +61,8 @@ class Watchdog {
   }
 
   // For the host functions themselves.
-  bool spend(std::uint64_t now) {
-    return ++turn_.calls >= limit_calls || now - turn_.fed_at >= limit_ticks;
-  }
+  bool late(std::uint64_t now) const { return now - turn_.fed_at >= limit_ticks; }
+  bool spend(std::uint64_t now) { return ++turn_.calls >= limit_calls || late(now); }
   void bark(Fn fn, u32 cid, u32 tick, std::uint64_t now);
   void feed(std::uint64_t now) {
     ++feeds_;
