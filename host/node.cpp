@@ -62,14 +62,7 @@ const char *name_of(MisuseKind kind) {
 }
 
 Node::Node()
-    : memory(*this),
-      hash(*this),
-      debug(*this),
-      root(*this),
-      ddm(*this),
-      syn(*this),
-      rpc(*this),
-      owner(*this) {
+    : memory(*this), hash(*this), debug(*this), root(*this), ddm(*this), rpc(*this), owner(*this) {
   owner.register_services();
 }
 

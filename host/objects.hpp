@@ -5,6 +5,7 @@
 #include <array>
 #include <functional>
 #include <map>
+#include <tuple>
 #include <vector>
 
 #include "host/fn.hpp"
@@ -17,7 +18,9 @@ struct ObjectId {
   u32 vs = 0;
   u32 type = 0;
   u32 ptp = 0;
-  auto operator<=>(const ObjectId &) const = default;
+  bool operator<(const ObjectId &other) const {
+    return std::tie(vs, type, ptp) < std::tie(other.vs, other.type, other.ptp);
+  }
 };
 
 struct ObjectChange {

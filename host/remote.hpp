@@ -83,7 +83,7 @@ struct ObjectKey {
   u8 slot = 0;
   u8 port = 0;
   u32 ont = 0;
-  auto operator<=>(const ObjectKey &) const = default;
+  bool operator==(const ObjectKey &) const = default;
 };
 PM_PIN_SIZE(ObjectKey, 8);
 

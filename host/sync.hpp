@@ -43,8 +43,6 @@ struct SyncDifference {
 
 class Synchronisation {
  public:
-  explicit Synchronisation(Node &node) : node_(node) {}
-
   // Makes a pair: the roles of both instances are set. The standby may belong to another node.
   void pair(Instance &active, Instance &standby);
   void detach() { attached_ = false; }  // the standby misses units from now on
@@ -84,7 +82,6 @@ class Synchronisation {
   Modules *registered(const Instance &instance);
   bool ship(u32 module, u32 block, u32 unit, const SyncBlock &from);
 
-  Node &node_;
   Instance *active_ = nullptr;
   Instance *standby_ = nullptr;
   bool attached_ = false;

@@ -1,5 +1,4 @@
 // Component framework, data distribution and synchronisation.
-
 #include <cstring>
 
 #include "host_rig.hpp"
