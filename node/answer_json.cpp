@@ -9,9 +9,15 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 Json json_of(const Cell &cell) {
-  if (const auto *hex = std::get_if<Hex>(&cell)) return hex->value;
-  if (const auto *text = std::get_if<std::string>(&cell)) return *text;
-  if (const auto *number = std::get_if<std::int64_t>(&cell)) return *number;
+  if (const auto *hex = std::get_if<Hex>(&cell)) {
+    return hex->value;
+  }
+  if (const auto *text = std::get_if<std::string>(&cell)) {
+    return *text;
+  }
+  if (const auto *number = std::get_if<std::int64_t>(&cell)) {
+    return *number;
+  }
   return std::get<bool>(cell);
 }
 

@@ -1,8 +1,8 @@
 // Answers for people: values in one aligned column, tables with aligned columns.
 #include <algorithm>
-#include <cstdio>
 
 #include "node/answer.hpp"
+#include "node/numerals.hpp"
 
 namespace node {
 namespace {
@@ -10,12 +10,16 @@ namespace {
 constexpr std::size_t kGap = 2;
 
 std::string shown(const Cell &cell) {
-  if (const auto *text = std::get_if<std::string>(&cell)) return *text;
-  if (const auto *number = std::get_if<std::int64_t>(&cell)) return std::to_string(*number);
-  if (const bool *flag = std::get_if<bool>(&cell)) return *flag ? "yes" : "no";
-  char text[16];
-  std::snprintf(text, sizeof text, "0x%x", std::get<Hex>(cell).value);
-  return text;
+  if (const auto *text = std::get_if<std::string>(&cell)) {
+    return *text;
+  }
+  if (const auto *number = std::get_if<std::int64_t>(&cell)) {
+    return std::to_string(*number);
+  }
+  if (const bool *flag = std::get_if<bool>(&cell)) {
+    return *flag ? "yes" : "no";
+  }
+  return hex(std::get<Hex>(cell).value);
 }
 
 std::string shown_name(std::string name) {
@@ -53,7 +57,9 @@ std::string table_text(const Rows &table) {
     return without_trailing_blanks(line) + "\n";
   };
   std::string text = shown_name(table.name) + (table.rows.empty() ? ": none\n" : ":\n");
-  if (table.rows.empty()) return text;
+  if (table.rows.empty()) {
+    return text;
+  }
   text += line_of([&](std::size_t column) { return shown_name(table.columns[column]); });
   for (const auto &row : table.rows) {
     text += line_of([&](std::size_t column) { return shown(row[column]); });
@@ -66,7 +72,9 @@ std::string table_text(const Rows &table) {
 std::string as_text(const Answer &answer) {
   std::size_t width = 0;
   for (const Answer::Item &item : answer.items()) {
-    if (const auto *field = std::get_if<Field>(&item)) width = std::max(width, field->name.size());
+    if (const auto *field = std::get_if<Field>(&item)) {
+      width = std::max(width, field->name.size());
+    }
   }
   std::string text;
   for (const Answer::Item &item : answer.items()) {

@@ -8,7 +8,9 @@ namespace node {
 
 u16 Chassis::slots_per_frame() const {
   u16 most = 32;
-  for (const Frame &frame : frames) most = std::max<u16>(most, frame.slots);
+  for (const Frame &frame : frames) {
+    most = std::max<u16>(most, frame.slots);
+  }
   return most;
 }
 
@@ -28,7 +30,9 @@ const Board *Chassis::board(u16 frame, u8 slot) const {
 host::Chassis device_layer_of(const Chassis &chassis) {
   host::Chassis device_layer;
   device_layer.slots_per_frame = chassis.slots_per_frame();
-  for (const Frame &frame : chassis.frames) device_layer.add_frame(frame.id, frame.slots);
+  for (const Frame &frame : chassis.frames) {
+    device_layer.add_frame(frame.id, frame.slots);
+  }
   for (const Board &board : chassis.boards) {
     const BoardKind &kind = chassis.kinds[board.kind];
     host::Board device = host::Board::of(kind.name, kind.outer_ports, kind.inner_ports);
@@ -70,7 +74,9 @@ PmAttrCB ptp_numbers_of(const Chassis &chassis) {
 PmSubAttrNum port_type_counts_of(const Chassis &chassis) {
   PmSubAttrNum counts{};
   u16 highest = 0;
-  for (const PortType &type : chassis.port_types) highest = std::max(highest, type.value);
+  for (const PortType &type : chassis.port_types) {
+    highest = std::max(highest, type.value);
+  }
   counts.usPtpTypeNum = static_cast<u16>(chassis.port_types.size());
   counts.usMaxPtpTypeValue = highest;
   return counts;

@@ -126,7 +126,9 @@ void read_board_kinds(Loader &loader, const Table &root) {
     if (kind.ports.empty()) {
       table.fail(table.at(), "board kind '" + kind.name + "' has no ports", "'outer' or 'inner'");
     }
-    for (const Value *ports : table.tables("ports")) read_kind_ports(loader, *ports, kind);
+    for (const Value *ports : table.tables("ports")) {
+      read_kind_ports(loader, *ports, kind);
+    }
     const unsigned last = static_cast<unsigned>(kind.ports.size()) - 1;
     if (table.has("lan_switch")) {
       for (const unsigned port : table.list("lan_switch", 0, last).numbers) {
@@ -167,7 +169,9 @@ std::size_t Loader::port_type(const Table &table) const {
   const std::string name = table.text("type");
   std::string expected;
   for (std::size_t type = 0; type < chassis.port_types.size(); ++type) {
-    if (chassis.port_types[type].name == name) return type;
+    if (chassis.port_types[type].name == name) {
+      return type;
+    }
     expected += (expected.empty() ? "" : ", ") + chassis.port_types[type].name;
   }
   table.fail(table.at("type"), "port type '" + name + "' is not defined",

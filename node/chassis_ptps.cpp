@@ -10,7 +10,9 @@ namespace {
 std::string place_text(const Ptp &ptp) {
   std::string text =
       std::to_string(ptp.frame) + "/" + std::to_string(ptp.slot) + "/" + std::to_string(ptp.port);
-  if (ptp.ont) text += " ONT " + std::to_string(*ptp.ont);
+  if (ptp.ont) {
+    text += " ONT " + std::to_string(*ptp.ont);
+  }
   return text;
 }
 
@@ -59,7 +61,9 @@ std::size_t kind_of(const Loader &loader, const Table &table) {
   std::string expected;
   const std::vector<BoardKind> &kinds = loader.chassis.kinds;
   for (std::size_t kind = 0; kind < kinds.size(); ++kind) {
-    if (kinds[kind].name == name) return kind;
+    if (kinds[kind].name == name) {
+      return kind;
+    }
     expected += (expected.empty() ? "" : ", ") + kinds[kind].name;
   }
   table.fail(table.at("kind"), "board kind '" + name + "' is not defined",
@@ -95,7 +99,9 @@ void read_boards(Loader &loader, const Table &root, Numbering &numbering) {
       numbering.next = first;
       for (std::size_t number = 0; number < kind.ports.size(); ++number) {
         const KindPort &port = kind.ports[number];
-        if (!port.type) continue;
+        if (!port.type) {
+          continue;
+        }
         Ptp ptp;
         ptp.frame = board.frame;
         ptp.slot = board.slot;
@@ -143,7 +149,9 @@ std::string described(const Loader &loader, const std::string &pattern, Position
   for (std::size_t position = 0; position < pattern.size();) {
     const std::size_t open = std::min(pattern.find('{', position), pattern.size());
     text.append(pattern, position, open - position);
-    if (open == pattern.size()) break;
+    if (open == pattern.size()) {
+      break;
+    }
     const std::size_t close = std::min(pattern.find('}', open), pattern.size());
     const std::string name = pattern.substr(open + 1, close - open - 1);
     const auto *found = std::find_if(std::begin(names), std::end(names),
@@ -222,14 +230,18 @@ void for_picked(Loader &loader, const Table &table, Apply apply) {
   const auto picked = [&](std::string_view key, unsigned last) {
     std::vector<bool> flags(256, !table.has(key));
     if (table.has(key)) {
-      for (const unsigned number : table.list(key, 0, last).numbers) flags[number] = true;
+      for (const unsigned number : table.list(key, 0, last).numbers) {
+        flags[number] = true;
+      }
     }
     return flags;
   };
   const std::vector<bool> slots = picked("slots", frame.slots - 1u);
   const std::vector<bool> ports = picked("ports", 254);
   for (Ptp &ptp : loader.chassis.ptps) {
-    if (ptp.frame == frame.id && slots[ptp.slot] && ports[ptp.port]) apply(ptp);
+    if (ptp.frame == frame.id && slots[ptp.slot] && ports[ptp.port]) {
+      apply(ptp);
+    }
   }
 }
 
@@ -246,7 +258,9 @@ void read_virtual_systems(Loader &loader, const Table &root) {
     }
   }
   for (std::size_t position = 0; position < masks.size(); ++position) {
-    if (masks[position] != 0) loader.chassis.ptps[position].vs_mask = masks[position];
+    if (masks[position] != 0) {
+      loader.chassis.ptps[position].vs_mask = masks[position];
+    }
   }
 }
 
@@ -270,14 +284,18 @@ void describe(Loader &loader, const Table &root) {
     ont_at = table.at("ont");
   }
   for (Ptp &ptp : loader.chassis.ptps) {
-    if (!ptp.description.empty()) continue;
+    if (!ptp.description.empty()) {
+      continue;
+    }
     ptp.description =
         ptp.ont ? described(loader, ont, ont_at, ptp) : described(loader, port, port_at, ptp);
   }
 }
 
 void read_virtual_range(Loader &loader, const Table &root) {
-  if (!root.has("virtual_ptps")) return;
+  if (!root.has("virtual_ptps")) {
+    return;
+  }
   const Table table(loader.document, root.value("virtual_ptps"), "[virtual_ptps]",
                     {"first", "count"});
   const unsigned highest = loader.chassis.specification.max_ptp;

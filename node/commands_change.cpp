@@ -53,7 +53,9 @@ Answer run_feed(Console &console, const Arguments &arguments) {
 
 Answer run_tick(Console &console, const Arguments &arguments) {
   const u32 ticks = number_argument(arguments[0], 0, 0xFFFFFFFF, "number of ticks");
-  for (const auto &side : console.node().sides()) side->host.clock.advance(ticks);
+  for (const auto &side : console.node().sides()) {
+    side->host.clock.advance(ticks);
+  }
   console.node().settle();
   return Answer().field("tick", console.node().active().host.clock.now());
 }
@@ -79,7 +81,9 @@ Answer run_sync(Console &console, const Arguments &) {
   if (!differing.empty()) {
     Rows &rows = answer.rows("first_differences", {"module", "unit"});
     for (const host::SyncDifference &difference : differing) {
-      if (rows.rows.size() == kDifferencesListed) break;
+      if (rows.rows.size() == kDifferencesListed) {
+        break;
+      }
       rows.add(difference.module, difference.unit);
     }
   }
@@ -89,7 +93,9 @@ Answer run_sync(Console &console, const Arguments &) {
 Answer run_failover(Console &console, const Arguments &) {
   Node &node = console.node();
   need_standby(node);
-  if (!node.failover()) throw CommandError("the sides do not change: the standby is detached");
+  if (!node.failover()) {
+    throw CommandError("the sides do not change: the standby is detached");
+  }
   return Answer().field("active_instance", Hex{node.active().cid});
 }
 

@@ -15,7 +15,9 @@ template <class Visit>
 void for_every_ptp(Visit visit) {
   const u32 highest = PM_LibGetMaxPtpID();
   for (u32 ptp = 0; ptp <= highest; ++ptp) {
-    if (ptp % kPtpsPerFeed == 0) ZEL_ClearWatchDog();
+    if (ptp % kPtpsPerFeed == 0) {
+      ZEL_ClearWatchDog();
+    }
     visit(static_cast<u16>(ptp));
   }
 }
@@ -24,28 +26,32 @@ std::string place_of(u16 ptp) {
   u16 frame = 0;
   u8 slot = 0;
   u8 port = 0;
-  if (const u32 code = PM_LibGetFSPFromPtp(ptp, &frame, &slot, &port)) return result_text(code);
+  if (const u32 code = PM_LibGetFSPFromPtp(ptp, &frame, &slot, &port)) {
+    return result_text(code);
+  }
   return std::to_string(frame) + "/" + std::to_string(slot) + "/" + std::to_string(port);
 }
 
-std::string type_of(const Chassis &chassis, u16 ptp) {
-  u16 value = 0;
-  if (const u32 code = PM_LibGetTypeFromPTP(ptp, &value)) return result_text(code);
+std::string type_name_of(const Chassis &chassis, u16 value) {
   const PortType *type = chassis.port_type(value);
-  return std::to_string(value) + (type == nullptr ? "" : " (" + type->name + ")");
+  return type == nullptr ? "?" : type->name;
 }
 
 std::string description_of(u16 ptp) {
   char text[PM_DESC_LEN_MAX + 1] = "";
   const u32 code = PM_LibGetDescFromPTP(ptp, sizeof text, text);
-  if (code == PM_ERR_FUNC_NULL) return "-";  // only physical ports have one
+  if (code == PM_ERR_FUNC_NULL) {
+    return "-";  // only physical ports have one
+  }
   return code == PM_OK ? text : result_text(code);
 }
 
 std::string systems_of(u32 mask) {
   std::string text;
   for (unsigned id = 0; id < PM_VS_NUM; ++id) {
-    if (mask >> id & 1) text += (text.empty() ? "" : ", ") + std::to_string(id);
+    if (mask >> id & 1) {
+      text += (text.empty() ? "" : ", ") + std::to_string(id);
+    }
   }
   return text.empty() ? "none" : text;
 }
@@ -68,9 +74,13 @@ Answer run_status(Console &console, const Arguments &) {
     u32 existing = 0;
     u32 visible = 0;
     for_every_ptp([&](u16 ptp) {
-      if (PM_LibIfPtpExist(ptp) != PM_OK) return;
+      if (PM_LibIfPtpExist(ptp) != PM_OK) {
+        return;
+      }
       ++existing;
-      if (PM_LibIsPtpVisible(ptp) == PM_OK) ++visible;
+      if (PM_LibIsPtpVisible(ptp) == PM_OK) {
+        ++visible;
+      }
     });
     u16 sub_lines = 0;
     PM_LibCfgGetPtpTypeNum(&sub_lines);
@@ -99,8 +109,9 @@ void add_live_attributes(Answer &answer, u16 ptp) {
     answer.field("link", link_state == 1 ? "up" : "down");
   }
   char name[PM_NAME_LEN + 1] = "";
-  if (PM_LibGetNameFromPTP(ptp, sizeof name, name) == PM_OK)
+  if (PM_LibGetNameFromPTP(ptp, sizeof name, name) == PM_OK) {
     answer.field("name", std::string(name));
+  }
 }
 
 Answer run_ptp(Console &console, const Arguments &arguments) {
@@ -122,13 +133,16 @@ Answer run_ptp(Console &console, const Arguments &arguments) {
   PM_LibGetVsMaskFromPtp(ptp, &mask);
   u16 managing = 0;
   const u32 managed = PM_LibGetPtpMngtVsID(ptp, &managing);
+  u16 type = 0;
+  PM_LibGetTypeFromPTP(ptp, &type);
   u16 co_class = 0;
   PM_LibGetCoClassFromPtpID(ptp, &co_class);
   answer.field("class", ptp_class == PM_PTP_CLASS_PORT ? "port" : "behind a port")
       .field("place", place_of(ptp))
       .field("index1", index1)
       .field("index2", index2)
-      .field("type", type_of(console.node().chassis(), ptp))
+      .field("type", type)
+      .field("type_name", type_name_of(console.node().chassis(), type))
       .field("co_class", co_class)
       .field("visible", PM_LibIsPtpVisible(ptp) == PM_OK)
       .field("virtual_systems", systems_of(mask))
@@ -152,9 +166,13 @@ Answer run_vs(Console &console, const Arguments &arguments) {
   std::vector<u16> members;
   u32 only_there = 0;
   for_every_ptp([&](u16 ptp) {
-    if (PM_LibIfPtpInVs(ptp, id) != PM_OK) return;
+    if (PM_LibIfPtpInVs(ptp, id) != PM_OK) {
+      return;
+    }
     members.push_back(ptp);
-    if (PM_LibIfPtpOnlyInOneVs(ptp, id) == PM_OK) ++only_there;
+    if (PM_LibIfPtpOnlyInOneVs(ptp, id) == PM_OK) {
+      ++only_there;
+    }
   });
   Answer answer;
   answer.field("virtual_system", id).field("ptps", members.size()).field("in_no_other", only_there);
@@ -162,7 +180,9 @@ Answer run_vs(Console &console, const Arguments &arguments) {
   Rows &rows = answer.rows("first_ptps", {"ptp", "place", "type", "visible", "description"});
   for (std::size_t position = 0; position < shown; ++position) {
     const u16 ptp = members[position];
-    rows.add(ptp, place_of(ptp), type_of(console.node().chassis(), ptp),
+    u16 type = 0;
+    PM_LibGetTypeFromPTP(ptp, &type);
+    rows.add(ptp, place_of(ptp), type_name_of(console.node().chassis(), type),
              PM_LibIsPtpVisible(ptp) == PM_OK, description_of(ptp));
   }
   if (shown < members.size()) {

@@ -26,10 +26,14 @@ Answer run_help(Console &, const Arguments &arguments) {
     return answer;
   }
   const Command *command = find_command(arguments[0]);
-  if (command == nullptr) throw CommandError("there is no command '" + arguments[0] + "'");
+  if (command == nullptr) {
+    throw CommandError("there is no command '" + arguments[0] + "'");
+  }
   answer.remark(std::string(command->name) + " " + std::string(command->arguments));
   answer.remark("  " + std::string(command->help));
-  if (!command->long_help.empty()) answer.remark(std::string(command->long_help));
+  if (!command->long_help.empty()) {
+    answer.remark(std::string(command->long_help));
+  }
   return answer;
 }
 
@@ -46,7 +50,9 @@ constexpr Command kOwnCommands[] = {
 Arguments words_of(const std::string &line) {
   std::istringstream stream(line.substr(0, line.find('#')));
   Arguments words;
-  for (std::string word; stream >> word;) words.push_back(word);
+  for (std::string word; stream >> word;) {
+    words.push_back(word);
+  }
   return words;
 }
 
@@ -56,7 +62,9 @@ struct PrintedSince {
   std::vector<std::uint64_t> marks;
 
   explicit PrintedSince(Node &node_) : node(node_) {
-    for (const auto &side : node.sides()) marks.push_back(side->host.debug.total());
+    for (const auto &side : node.sides()) {
+      marks.push_back(side->host.debug.total());
+    }
   }
 
   void add_to(Answer &answer) const {
@@ -66,11 +74,15 @@ struct PrintedSince {
         std::istringstream lines(text);
         for (std::string line; std::getline(lines, line);) {
           line.erase(std::remove(line.begin(), line.end(), '\r'), line.end());
-          if (!line.empty()) printed.add(Hex{node.sides()[side]->cid}, line);
+          if (!line.empty()) {
+            printed.add(Hex{node.sides()[side]->cid}, line);
+          }
         }
       }
     }
-    if (!printed.rows.empty()) answer.rows("printed", printed.columns) = std::move(printed);
+    if (!printed.rows.empty()) {
+      answer.rows("printed", printed.columns) = std::move(printed);
+    }
   }
 };
 
@@ -97,9 +109,13 @@ const Command *find_command(std::string_view name) {
 
 void Console::run_line(const std::string &line) {
   Arguments words = words_of(line);
-  if (words.empty()) return;
+  if (words.empty()) {
+    return;
+  }
   const bool json = words.back() == kJsonFlag;
-  if (json) words.pop_back();
+  if (json) {
+    words.pop_back();
+  }
   const std::string name = words.empty() ? "" : words.front();
   const Command *command = find_command(name);
   if (command == nullptr) {
@@ -119,8 +135,12 @@ void Console::run_line(const std::string &line) {
 void Console::run_script(std::istream &script, const std::string &file, bool echo) {
   std::string line;
   for (unsigned number = 1; !quitting_ && std::getline(script, line); ++number) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (echo && !words_of(line).empty()) out_ << "\n" << kPrompt << line << "\n";
+    if (!line.empty() && line.back() == '\r') {
+      line.pop_back();
+    }
+    if (echo && !words_of(line).empty()) {
+      out_ << "\n" << kPrompt << line << "\n";
+    }
     try {
       run_line(line);
     } catch (const CommandError &error) {
@@ -181,14 +201,14 @@ u16 ptp_argument(Console &console, const std::string &text) {
 }
 
 std::string result_text(u32 code) {
-  if (code == PM_OK) return "ok";
-  char number[16];
-  std::snprintf(number, sizeof number, "0x%x", code);
+  if (code == PM_OK) {
+    return "ok";
+  }
 #define NODE_RESULT_NAME(name, value, text) \
-  if (code == (value)) return std::string(#name " (") + number + ")";
+  if (code == (value)) return #name " (" + hex(code) + ")";
   PM_RESULT_LIST(NODE_RESULT_NAME)
 #undef NODE_RESULT_NAME
-  return number;
+  return hex(code);
 }
 
 }  // namespace node

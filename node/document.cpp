@@ -18,7 +18,9 @@ std::string range_text(unsigned lowest, unsigned highest) {
 std::optional<unsigned> take_number(std::string_view &text) {
   unsigned number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc()) return std::nullopt;
+  if (error != std::errc()) {
+    return std::nullopt;
+  }
   text.remove_prefix(static_cast<std::size_t>(end - text.data()));
   return number;
 }
@@ -37,9 +39,15 @@ std::optional<std::vector<unsigned>> numbers_of(std::string_view text, unsigned 
     if (!first || !last || *first < lowest || *last > highest || *first > *last) {
       return std::nullopt;
     }
-    for (unsigned number = *first; number <= *last; ++number) numbers.push_back(number);
-    if (text.empty()) return numbers;
-    if (text.front() != ',') return std::nullopt;
+    for (unsigned number = *first; number <= *last; ++number) {
+      numbers.push_back(number);
+    }
+    if (text.empty()) {
+      return numbers;
+    }
+    if (text.front() != ',') {
+      return std::nullopt;
+    }
     text.remove_prefix(1);
   }
 }
@@ -59,7 +67,9 @@ Table::Table(const Document &document, const Value &value, std::string title,
     fail(value.at, title_ + " is " + kTypeNames[value.data.index()], "a table");
   }
   for (const Member &member : *members_) {
-    if (std::find(known_keys.begin(), known_keys.end(), member.key) != known_keys.end()) continue;
+    if (std::find(known_keys.begin(), known_keys.end(), member.key) != known_keys.end()) {
+      continue;
+    }
     std::string expected;
     for (const std::string_view key : known_keys) {
       expected += (expected.empty() ? "" : ", ") + std::string(key);
@@ -76,7 +86,9 @@ const Member *Table::find(std::string_view key) const {
 
 const Member &Table::need(std::string_view key, const std::string &expected) const {
   const Member *member = find(key);
-  if (member == nullptr) fail(at(), title_ + " lacks '" + std::string(key) + "'", expected);
+  if (member == nullptr) {
+    fail(at(), title_ + " lacks '" + std::string(key) + "'", expected);
+  }
   return *member;
 }
 
@@ -94,7 +106,9 @@ unsigned Table::number(std::string_view key, unsigned lowest, unsigned highest) 
   const std::string expected = "an integer " + range_text(lowest, highest);
   const Member &member = need(key, expected);
   const auto *number = std::get_if<std::int64_t>(&member.value.data);
-  if (number == nullptr) mistyped(member, expected);
+  if (number == nullptr) {
+    mistyped(member, expected);
+  }
   if (*number < std::int64_t{lowest} || *number > std::int64_t{highest}) {
     fail(member.value.at, "'" + member.key + "' is " + std::to_string(*number), expected);
   }
@@ -108,16 +122,22 @@ unsigned Table::number_or(std::string_view key, unsigned lowest, unsigned highes
 
 bool Table::flag_or(std::string_view key, bool otherwise) const {
   const Member *member = find(key);
-  if (member == nullptr) return otherwise;
+  if (member == nullptr) {
+    return otherwise;
+  }
   const bool *flag = std::get_if<bool>(&member->value.data);
-  if (flag == nullptr) mistyped(*member, "true or false");
+  if (flag == nullptr) {
+    mistyped(*member, "true or false");
+  }
   return *flag;
 }
 
 std::string Table::text(std::string_view key) const {
   const Member &member = need(key, "a string");
   const auto *text = std::get_if<std::string>(&member.value.data);
-  if (text == nullptr) mistyped(member, "a string");
+  if (text == nullptr) {
+    mistyped(member, "a string");
+  }
   return *text;
 }
 
@@ -132,7 +152,9 @@ NumberList Table::list(std::string_view key, unsigned lowest, unsigned highest) 
     return {member.value.at, {number(key, lowest, highest)}};
   }
   const auto *text = std::get_if<std::string>(&member.value.data);
-  if (text == nullptr) mistyped(member, expected);
+  if (text == nullptr) {
+    mistyped(member, expected);
+  }
   auto numbers = numbers_of(*text, lowest, highest);
   if (!numbers) {
     fail(member.value.at, "'" + member.key + "' is \"" + *text + "\"", expected);
@@ -142,11 +164,17 @@ NumberList Table::list(std::string_view key, unsigned lowest, unsigned highest) 
 
 std::vector<const Value *> Table::tables(std::string_view key) const {
   const Member *member = find(key);
-  if (member == nullptr) return {};
+  if (member == nullptr) {
+    return {};
+  }
   const auto *values = std::get_if<std::vector<Value>>(&member->value.data);
-  if (values == nullptr) mistyped(*member, "a list of tables");
+  if (values == nullptr) {
+    mistyped(*member, "a list of tables");
+  }
   std::vector<const Value *> tables;
-  for (const Value &value : *values) tables.push_back(&value);
+  for (const Value &value : *values) {
+    tables.push_back(&value);
+  }
   return tables;
 }
 

@@ -29,12 +29,16 @@ struct Line {
 u32 number_in(const Line &line, const Json &json, const char *name) {
   const auto found = json.find(name);
   const std::string expected = std::string("'") + name + "', a number or \"0x..\" of 32 bits";
-  if (found == json.end()) line.fail("the number is missing", expected);
+  if (found == json.end()) {
+    line.fail("the number is missing", expected);
+  }
   if (found->is_number_unsigned() && found->get<std::uint64_t>() <= 0xFFFFFFFF) {
     return found->get<u32>();
   }
   if (found->is_string()) {
-    if (const auto number = number_of(found->get<std::string>())) return *number;
+    if (const auto number = number_of(found->get<std::string>())) {
+      return *number;
+    }
   }
   line.fail("'" + std::string(name) + "' is " + found->dump(), expected);
 }
@@ -42,9 +46,13 @@ u32 number_in(const Line &line, const Json &json, const char *name) {
 host::Bytes bytes_of(const Line &line, const Json &json, const char *name) {
   const auto found = json.find(name);
   const std::string expected = std::string("'") + name + "', a string of hexadecimal bytes";
-  if (found == json.end()) line.fail("the bytes are missing", expected);
+  if (found == json.end()) {
+    line.fail("the bytes are missing", expected);
+  }
   if (found->is_string()) {
-    if (auto bytes = bytes_of_hex(found->get<std::string>())) return *bytes;
+    if (auto bytes = bytes_of_hex(found->get<std::string>())) {
+      return *bytes;
+    }
   }
   line.fail("'" + std::string(name) + "' is " + found->dump(), expected);
 }
@@ -52,7 +60,9 @@ host::Bytes bytes_of(const Line &line, const Json &json, const char *name) {
 void refuse_other_members(const Line &line, const Json &json,
                           std::initializer_list<std::string_view> known) {
   for (const auto &member : json.items()) {
-    if (std::find(known.begin(), known.end(), member.key()) != known.end()) continue;
+    if (std::find(known.begin(), known.end(), member.key()) != known.end()) {
+      continue;
+    }
     std::string expected;
     for (const std::string_view name : known) {
       expected += (expected.empty() ? "" : ", ") + std::string(name);
@@ -63,7 +73,9 @@ void refuse_other_members(const Line &line, const Json &json,
 
 Json parse(const Line &line, const std::string &text) {
   Json json = Json::parse(text, nullptr, false);
-  if (!json.is_object()) line.fail("the line is damaged", "one JSON object");
+  if (!json.is_object()) {
+    line.fail("the line is damaged", "one JSON object");
+  }
   return json;
 }
 
@@ -139,7 +151,9 @@ u32 apply(Node &node, const FeedItem &item) {
       return side.host.root.send_message(*side.instance, message.data());
     }
     case FeedItem::Kind::ticks:
-      for (const auto &side : node.sides()) side->host.clock.advance(item.id);
+      for (const auto &side : node.sides()) {
+        side->host.clock.advance(item.id);
+      }
       return 0;
   }
   return 0;
@@ -149,7 +163,9 @@ u32 apply(Node &node, const FeedItem &item) {
 
 std::vector<FeedItem> read_feed(const std::string &file) {
   std::ifstream stream(file);
-  if (!stream) throw InputError(file + ": cannot be opened; expected a feed");
+  if (!stream) {
+    throw InputError(file + ": cannot be opened; expected a feed");
+  }
   return feed_from(stream, file);
 }
 
@@ -165,14 +181,18 @@ std::vector<FeedItem> feed_from(std::istream &lines, const std::string &file) {
       items.push_back(item_of({file, number}, text));
     }
   }
-  if (number == 0) read_header({file, 1}, "");
+  if (number == 0) {
+    read_header({file, 1}, "");
+  }
   return items;
 }
 
 std::size_t apply_feed(Node &node, const std::vector<FeedItem> &items) {
   std::size_t refused = 0;
   for (const FeedItem &item : items) {
-    if (apply(node, item) != 0) ++refused;
+    if (apply(node, item) != 0) {
+      ++refused;
+    }
     node.settle();
   }
   return refused;

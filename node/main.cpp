@@ -32,7 +32,9 @@ struct Inputs {
 Inputs read_inputs(const node::Options &options) {
   Inputs inputs;
   inputs.chassis = node::load_chassis(options.chassis);
-  if (!options.feed.empty()) inputs.feed = node::read_feed(options.feed);
+  if (!options.feed.empty()) {
+    inputs.feed = node::read_feed(options.feed);
+  }
   if (!options.script.empty()) {
     inputs.script.open(options.script);
     if (!inputs.script) {
@@ -49,7 +51,9 @@ void converse(node::Console &console, Inputs &inputs, const node::Options &optio
   const bool terminal = isatty(STDIN_FILENO) == 1;
   if (!options.script.empty()) {
     console.run_script(inputs.script, options.script, true);
-    if (console.quitting() || !terminal) return;
+    if (console.quitting() || !terminal) {
+      return;
+    }
     std::cout << "\n";
   }
   if (terminal) {

@@ -1,10 +1,13 @@
 #include "node/node.hpp"
 
+#include "node/numerals.hpp"
+
 namespace node {
 namespace {
 
-// Records of a batch that are delivered between two looks at its progress.
-constexpr std::size_t kBatchStep = 512;
+// Records of a batch that are delivered between two looks at its progress. Looking counts what is
+// left, so a few looks per batch have to do.
+constexpr std::size_t kBatchStep = 4'096;
 
 constexpr u32 kPhases[] = {1, 2, 8};
 
@@ -19,16 +22,12 @@ constexpr ClassName kClassNames[] = {
     {PM_CLASS_DYNAMIC, "dynamic records"},   {PM_CLASS_STATIC, "static records"},
     {PM_CLASS_PRIM_NOTIFY, "notifications"}, {PM_CLASS_OBJ_DEL_NUM, "objects in deletion"}};
 
-std::string hex(u32 value) {
-  char text[16];
-  std::snprintf(text, sizeof text, "0x%x", value);
-  return text;
-}
-
 std::size_t refusals_of(const host::Node &host, u32 class_id) {
   std::size_t count = 0;
   for (const host::RefusedRecord &record : host.ddm.refusals()) {
-    if (record.class_id == class_id) ++count;
+    if (record.class_id == class_id) {
+      ++count;
+    }
   }
   return count;
 }
@@ -36,7 +35,9 @@ std::size_t refusals_of(const host::Node &host, u32 class_id) {
 // The lines of a text without the host's line breaks and blanks around them.
 std::string trimmed(const std::string &text) {
   const std::size_t first = text.find_first_not_of(" \t\r\n");
-  if (first == std::string::npos) return "";
+  if (first == std::string::npos) {
+    return "";
+  }
   return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
@@ -44,7 +45,9 @@ std::string trimmed(const std::string &text) {
 
 const char *class_name_of(u32 class_id) {
   for (const ClassName &entry : kClassNames) {
-    if (entry.class_id == class_id) return entry.name;
+    if (entry.class_id == class_id) {
+      return entry.name;
+    }
   }
   return "unknown class";
 }
@@ -61,7 +64,9 @@ Node::Node(Chassis chassis, std::vector<Product> products)
 
 Side &Node::active() {
   for (const auto &side : sides_) {
-    if (side->instance != nullptr && side->instance->active) return *side;
+    if (side->instance != nullptr && side->instance->active) {
+      return *side;
+    }
   }
   return *sides_.front();
 }
@@ -82,7 +87,9 @@ void Node::prepare(Side &side, bool with_static_records) {
   }
   for (const Ptp &ptp : chassis_.ptps) {
     ddm.preset(PM_CLASS_DYNAMIC, ptp.id, host::view_of(dynamic_record_of(chassis_, ptp)));
-    if (!with_static_records) continue;
+    if (!with_static_records) {
+      continue;
+    }
     ddm.preset(PM_CLASS_STATIC, ptp.id, host::view_of(static_record_of(chassis_, ptp)));
   }
   const u32 none_in_deletion = 0;
@@ -93,19 +100,29 @@ void Node::prepare(Side &side, bool with_static_records) {
 // to hand to the other side.
 void Node::watch(Side &side) {
   side.host.debug.set_sink([this](const host::Line &line) {
-    if (line.printer != host::Fn::xPrintf || line.selector == PM_COMP_TYPE) return;
+    if (line.printer != host::Fn::xPrintf || line.selector == PM_COMP_TYPE) {
+      return;
+    }
     events_.push_back({line.cid, line.tick, trimmed(line.text)});
     ++events_total_;
-    if (events_.size() > kEventsKept) events_.pop_front();
+    if (events_.size() > kEventsKept) {
+      events_.pop_front();
+    }
   });
   side.host.errors.set_sink([&side](const host::ErrorRecord &record) {
     ErrorPlace &place = side.error_places[{std::string(record.file), record.line}];
-    if (place.count++ == 0) place.first_value = record.value;
+    if (place.count++ == 0) {
+      place.first_value = record.value;
+    }
     place.last_value = record.value;
   });
   side.host.inbound = [this, &side](const host::Inbound &entry) {
-    if (!mirroring_ || &side != &active() || entry.kind != host::Inbound::Kind::record) return;
-    if (entry.id == PM_CLASS_STATIC || entry.id == PM_CLASS_PRIM_NOTIFY) return;
+    if (!mirroring_ || &side != &active() || entry.kind != host::Inbound::Kind::record) {
+      return;
+    }
+    if (entry.id == PM_CLASS_STATIC) {
+      return;
+    }
     mirrored_.push_back({entry.id, host::Bytes(entry.key.begin(), entry.key.end()),
                          host::Bytes(entry.data.begin(), entry.data.end())});
   };
@@ -119,7 +136,9 @@ void Node::restore(Side &side, const StartReport &report) {
     while (!restore.finished) {
       const std::size_t delivered = ddm.run(kBatchStep);
       const auto progress = ddm.progress(side.cid, class_id);
-      if (!progress) throw StartError("subscription to class " + hex(class_id) + " is gone");
+      if (!progress) {
+        throw StartError("subscription to class " + hex(class_id) + " is gone");
+      }
       restore.delivered = progress->delivered;
       restore.total = progress->total;
       restore.finished = progress->finished;
@@ -127,17 +146,28 @@ void Node::restore(Side &side, const StartReport &report) {
         throw StartError("batch of class " + hex(class_id) + " does not move on");
       }
       restore.refused = refusals_of(side.host, class_id);
-      if (report.restore) report.restore(restore);
+      if (report.restore) {
+        report.restore(restore);
+      }
     }
   }
 }
 
 void Node::bring_up(Side &side, const StartReport &report) {
-  const auto done = [&](const std::string &step, u32 code) {
-    if (report.step) report.step(step, code == 0 ? "ok" : "failed, " + hex(code));
-    if (code != 0) throw StartError(step + " failed with " + hex(code));
-  };
   host::Node &host = side.host;
+  const auto done = [&](const std::string &step, u32 code) {
+    if (report.step) {
+      report.step(step, code == 0 ? "ok" : "failed, " + hex(code));
+    }
+    if (code == 0) {
+      return;
+    }
+    std::string reason;
+    if (!host.debug.lines().empty()) {
+      reason = ": " + trimmed(host.debug.lines().back().text);
+    }
+    throw StartError(step + " failed with " + hex(code) + reason);
+  };
   {
     const host::Scope scope(host);
     done("register component 54", PM_LibRegisterInfo());
@@ -168,7 +198,9 @@ void Node::start(const StartReport &report) {
   }
   for (const auto &side : sides_) {
     const bool first = side == sides_.front();
-    if (report.step) report.step(first ? "active board" : "standby board", "");
+    if (report.step) {
+      report.step(first ? "active board" : "standby board", "");
+    }
     prepare(*side, first);
     watch(*side);
     bring_up(*side, report);
@@ -176,7 +208,9 @@ void Node::start(const StartReport &report) {
   }
   mirroring_ = has_standby();
   if (has_standby()) {
-    if (report.step) report.step("synchronisation", "");
+    if (report.step) {
+      report.step("synchronisation", "");
+    }
     sides_[0]->host.syn.pair(*sides_[0]->instance, *sides_[1]->instance);
     const std::size_t shipped = synchronise();
     const std::size_t differing = compare().size();
@@ -196,7 +230,9 @@ u32 Node::publish(u32 class_id, const host::Bytes &key, host::ByteView data) {
 }
 
 u32 Node::publish_spec(u32 identifier, host::ByteView payload) {
-  for (const auto &side : sides_) side->host.ddm.publish_spec(identifier, payload);
+  for (const auto &side : sides_) {
+    side->host.ddm.publish_spec(identifier, payload);
+  }
   return 0;
 }
 
@@ -217,11 +253,7 @@ u32 Node::notify(u16 primitive, u16 ptp) {
   PmPrimNotify notification{};
   notification.usPrimType = primitive;
   notification.usPtpID = ptp;
-  u32 code = 0;
-  for (const auto &side : sides_) {
-    const u32 answer = side->host.ddm.send(PM_CLASS_PRIM_NOTIFY, 0, host::view_of(notification));
-    if (side.get() == &active()) code = answer;
-  }
+  const u32 code = active().host.ddm.send(PM_CLASS_PRIM_NOTIFY, 0, host::view_of(notification));
   settle();
   return code;
 }
@@ -229,13 +261,22 @@ u32 Node::notify(u16 primitive, u16 ptp) {
 void Node::settle() {
   for (std::size_t done = 1; done != 0;) {
     done = 0;
-    for (const auto &side : sides_) done += side->host.run();
+    for (const auto &side : sides_) {
+      done += side->host.run();
+    }
     const std::vector<Mirrored> records = std::move(mirrored_);
     mirrored_.clear();
     for (const Mirrored &record : records) {
       for (const auto &side : sides_) {
-        if (side.get() == &active()) continue;
-        side->host.ddm.publish(record.class_id, record.key, record.data);
+        if (side.get() == &active()) {
+          continue;
+        }
+        host::Distribution &ddm = side->host.ddm;
+        if (record.class_id == PM_CLASS_PRIM_NOTIFY) {
+          ddm.send(record.class_id, 0, record.data);
+        } else {
+          ddm.publish(record.class_id, record.key, record.data);
+        }
         ++done;
       }
     }

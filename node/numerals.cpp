@@ -1,6 +1,7 @@
 #include "node/numerals.hpp"
 
 #include <charconv>
+#include <iterator>
 
 namespace node {
 namespace {
@@ -10,7 +11,9 @@ std::optional<Number> parsed(std::string_view digits, int base) {
   Number number{};
   const char *end = digits.data() + digits.size();
   const auto [stop, error] = std::from_chars(digits.data(), end, number, base);
-  if (error != std::errc() || stop != end) return std::nullopt;
+  if (error != std::errc() || stop != end) {
+    return std::nullopt;
+  }
   return number;
 }
 
@@ -22,14 +25,24 @@ std::optional<u32> number_of(std::string_view text) {
 }
 
 std::optional<host::Bytes> bytes_of_hex(std::string_view text) {
-  if (text.size() % 2 != 0) return std::nullopt;
+  if (text.size() % 2 != 0) {
+    return std::nullopt;
+  }
   host::Bytes bytes;
   for (; !text.empty(); text.remove_prefix(2)) {
     const auto byte = parsed<u8>(text.substr(0, 2), 16);
-    if (!byte) return std::nullopt;
+    if (!byte) {
+      return std::nullopt;
+    }
     bytes.push_back(*byte);
   }
   return bytes;
+}
+
+std::string hex(u32 value) {
+  char digits[8];
+  char *end = std::to_chars(std::begin(digits), std::end(digits), value, 16).ptr;
+  return "0x" + std::string(std::begin(digits), end);
 }
 
 }  // namespace node

@@ -3,6 +3,7 @@
 #define NODE_NUMERALS_HPP
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "host/distribution.hpp"
@@ -13,6 +14,9 @@ namespace node {
 std::optional<u32> number_of(std::string_view text);
 // Pairs of hexadecimal digits.
 std::optional<host::Bytes> bytes_of_hex(std::string_view text);
+
+// "0x360011"
+std::string hex(u32 value);
 
 }  // namespace node
 

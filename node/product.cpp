@@ -22,8 +22,12 @@ std::vector<const PmProductMngt *> &loaded_hooks() {
 template <auto slot, class... Arguments>
 u32 call_each(Arguments... arguments) {
   for (const PmProductMngt *hooks : loaded_hooks()) {
-    if (hooks->*slot == nullptr) continue;
-    if (const u32 code = (hooks->*slot)(arguments...)) return code;
+    if (hooks->*slot == nullptr) {
+      continue;
+    }
+    if (const u32 code = (hooks->*slot)(arguments...)) {
+      return code;
+    }
   }
   return 0;
 }
@@ -46,7 +50,9 @@ PmProductMngt combine_slots() {
 // The loader's own complaint about a foreign file names neither width nor machine.
 void refuse_foreign_file(const std::string &file) {
   std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw InputError(file + ": cannot be opened; expected a product's shared object");
+  if (!stream) {
+    throw InputError(file + ": cannot be opened; expected a product's shared object");
+  }
   unsigned char head[EI_NIDENT] = {};
   stream.read(reinterpret_cast<char *>(head), sizeof head);
   constexpr unsigned char kMagic[] = {ELFMAG0, ELFMAG1, ELFMAG2, ELFMAG3};
@@ -86,7 +92,9 @@ Product load_product(const std::string &file) {
 
 PmProductMngt combined_hooks(const std::vector<Product> &products) {
   loaded_hooks().clear();
-  for (const Product &product : products) loaded_hooks().push_back(product.hooks);
+  for (const Product &product : products) {
+    loaded_hooks().push_back(product.hooks);
+  }
   return combine_slots<&PmProductMngt::pfnPhaseProc, &PmProductMngt::pfnGetCoIndexByFspOntid,
                        &PmProductMngt::pfnGetFspOntidByCoIndex, &PmProductMngt::pfnZelCfg,
                        &PmProductMngt::pfnEventRegister, &PmProductMngt::pfnOperCheckRegister,

@@ -1,28 +1,31 @@
 #include "node/start_view.hpp"
 
-#include <cstdio>
+#include <iomanip>
 #include <string>
+
+#include "node/numerals.hpp"
 
 namespace node {
 namespace {
 
 constexpr std::size_t kBarWidth = 30;
 constexpr int kStepWidth = 28;
+constexpr int kNameWidth = 20;
+constexpr int kCountWidth = 6;
 
 std::string bar(const Restore &restore) {
   const std::size_t full =
       restore.total == 0 ? kBarWidth : restore.delivered * kBarWidth / restore.total;
-  return "[" + std::string(full, '#') + std::string(kBarWidth - full, '.') + "]";
+  return "[" + std::string(full, '#') + std::string(kBarWidth - full, '.') + "] ";
 }
 
-std::string restore_line(const Restore &restore, bool with_bar) {
-  char text[128];
-  std::snprintf(text, sizeof text, "  restore 0x%x %-20s %s %6zu records",
-                unsigned{restore.class_id}, restore.class_name,
-                with_bar ? bar(restore).c_str() : "", restore.delivered);
-  std::string line = text;
-  if (restore.refused != 0) line += ", " + std::to_string(restore.refused) + " refused";
-  return line;
+void show(std::ostream &out, const Restore &restore, bool with_bar) {
+  out << "  restore " << hex(restore.class_id) << " " << std::left << std::setw(kNameWidth)
+      << restore.class_name << (with_bar ? bar(restore) : "") << std::right
+      << std::setw(kCountWidth) << restore.delivered << " records";
+  if (restore.refused != 0) {
+    out << ", " << restore.refused << " refused";
+  }
 }
 
 }  // namespace
@@ -32,16 +35,17 @@ StartReport start_view(std::ostream &out, bool terminal) {
   report.step = [&out](const std::string &step, const std::string &outcome) {
     if (outcome.empty()) {
       out << step << "\n";
-      return;
+    } else {
+      out << "  " << std::left << std::setw(kStepWidth) << step << " " << outcome << "\n";
     }
-    char text[160];
-    std::snprintf(text, sizeof text, "  %-*s %s", kStepWidth, step.c_str(), outcome.c_str());
-    out << text << "\n";
   };
   report.restore = [&out, terminal](const Restore &restore) {
-    if (!terminal && !restore.finished) return;
-    if (terminal) out << "\r";
-    out << restore_line(restore, terminal) << (restore.finished ? "\n" : "") << std::flush;
+    if (!terminal && !restore.finished) {
+      return;
+    }
+    out << (terminal ? "\r" : "");
+    show(out, restore, terminal);
+    out << (restore.finished ? "\n" : "") << std::flush;
   };
   return report;
 }

@@ -30,7 +30,9 @@ Value value_of(const toml::node &node) {
     value.data = members_of(*table);
   } else if (const auto *array = node.as_array()) {
     std::vector<Value> values;
-    for (const toml::node &element : *array) values.push_back(value_of(element));
+    for (const toml::node &element : *array) {
+      values.push_back(value_of(element));
+    }
     value.data = std::move(values);
   } else if (const auto *text = node.as_string()) {
     value.data = text->get();
@@ -61,7 +63,9 @@ Document parse_document(std::string_view text, const std::string &file) {
 
 Document read_document(const std::string &file) {
   std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw InputError(file + ": cannot be opened; expected a readable file");
+  if (!stream) {
+    throw InputError(file + ": cannot be opened; expected a readable file");
+  }
   const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
   return parse_document(text, file);
 }

@@ -174,9 +174,9 @@ TEST(NodeConsole, AnswersAsTextAndAsJson) {
             "ptps            4\n"
             "in no other     2\n"
             "first ptps:\n"
-            "  ptp  place  type     visible  description\n"
-            "    2  0/0/2  20 (ge)  yes      ge 0/0/2\n"
-            "    3  0/0/3  20 (ge)  yes      ge 0/0/3\n"
+            "  ptp  place  type  visible  description\n"
+            "    2  0/0/2  ge    yes      ge 0/0/2\n"
+            "    3  0/0/3  ge    yes      ge 0/0/3\n"
             "and 2 more: vs 2 COUNT lists as many as you like\n");
   EXPECT_EQ(told(*node, "link up 0/2/3 --json"),
             R"({"ptp":19,"primitive":6,"delivered_by":"message","result":"ok","printed":)"

@@ -12,7 +12,9 @@ struct Name {
   char text[PM_NAME_LEN + 1] = "?";
 
   explicit Name(u16 ptp) {
-    if (PM_LibGetNameFromPTP(ptp, sizeof text, text) != PM_OK) text[0] = '?';
+    if (PM_LibGetNameFromPTP(ptp, sizeof text, text) != PM_OK) {
+      text[0] = '?';
+    }
   }
 };
 
@@ -71,7 +73,9 @@ u32 book_functions() {
   for (const Booking &booking : kBookings) {
     const u32 code =
         PM_LibRegPrimaryWordCallback(booking.primitive, booking.type, booking.function);
-    if (code != PM_OK) return code;
+    if (code != PM_OK) {
+      return code;
+    }
   }
   return PM_OK;
 }

@@ -13,17 +13,23 @@ u32 get_ont_place(u16 ptp, u16 *board, u8 *port) {
   u8 ptp_class = 0;
   u16 index1 = 0;
   u16 index2 = 0;
-  if (const u32 code = PM_LibGetPhyIndexFromPTPEx(ptp, &ptp_class, &index1, &index2)) return code;
+  if (const u32 code = PM_LibGetPhyIndexFromPTPEx(ptp, &ptp_class, &index1, &index2)) {
+    return code;
+  }
   *board = index1;
   *port = static_cast<u8>(index2 >> 8);
   return PM_OK;
 }
 
 u32 phase(u32 number) {
-  if (number != 1) return PM_OK;
+  if (number != 1) {
+    return PM_OK;
+  }
   PmPtpClassFunc class_functions{};
   class_functions.pfnGetPhyIndex = get_ont_place;
-  if (const u32 code = PM_LibRegPtpClassFunc(PM_PTP_CLASS_OTHER, &class_functions)) return code;
+  if (const u32 code = PM_LibRegPtpClassFunc(PM_PTP_CLASS_OTHER, &class_functions)) {
+    return code;
+  }
   return book_functions();
 }
 
@@ -42,7 +48,9 @@ u32 co_indexes_of_onts(PmWord onts, PmWord number, PmWord co_indexes, PmWord co_
   const auto *ont = reinterpret_cast<const PmFspOntid *>(onts);
   auto *done = reinterpret_cast<u32 *>(translated);
   for (*done = 0; *done < number; ++*done, ++ont) {
-    if (ont->usFrameID > kOctet || ont->ulOntID > kOctet) return PM_ERR_DATA_INVALID;
+    if (ont->usFrameID > kOctet || ont->ulOntID > kOctet) {
+      return PM_ERR_DATA_INVALID;
+    }
     const u32 frame = ont->usFrameID;
     const u32 slot = ont->ucSlotID;
     const u32 port = ont->ucPortID;
@@ -55,7 +63,9 @@ u32 co_indexes_of_onts(PmWord onts, PmWord number, PmWord co_indexes, PmWord co_
 
 // Words: co-index, co-type, the ONT out (PmFspOntid *).
 u32 ont_of_co_index(PmWord co_index, PmWord co_type, PmWord ont_out) {
-  if (co_type != kTypeOnt) return PM_ERR_PTPTYPE_INVALID;
+  if (co_type != kTypeOnt) {
+    return PM_ERR_PTPTYPE_INVALID;
+  }
   PmFspOntid ont{};
   ont.usFrameID = static_cast<u16>(co_index >> 24 & kOctet);
   ont.ucSlotID = static_cast<u8>(co_index >> 16 & kOctet);

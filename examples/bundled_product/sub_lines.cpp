@@ -1,9 +1,9 @@
 #include "sub_lines.hpp"
 
-#include <cstdio>
 #include <cstring>
 
 #include "live_ports.hpp"
+#include "platform/bounded.h"
 
 namespace product {
 namespace {
@@ -29,9 +29,13 @@ constexpr Traits kTraits[] = {
 // Null when the PTP has no type of this product.
 const Traits *traits_of(u16 ptp) {
   u16 type = 0;
-  if (PM_LibGetTypeFromPTP(ptp, &type) != PM_OK) return nullptr;
+  if (PM_LibGetTypeFromPTP(ptp, &type) != PM_OK) {
+    return nullptr;
+  }
   for (const Traits &traits : kTraits) {
-    if (traits.type == type) return &traits;
+    if (traits.type == type) {
+      return &traits;
+    }
   }
   return nullptr;
 }
@@ -42,7 +46,9 @@ u8 link_state_of(u16 ptp) {
 
 u32 get_attributes(u16 ptp, PmSubAttr *attributes) {
   const Traits *traits = traits_of(ptp);
-  if (traits == nullptr) return PM_ERR_PTPTYPE_INVALID;
+  if (traits == nullptr) {
+    return PM_ERR_PTPTYPE_INVALID;
+  }
   attributes->ulMtu = traits->mtu;
   attributes->ulTransmitSpeed = traits->transmit_speed;
   attributes->ulReceiveSpeed = traits->receive_speed;
@@ -57,7 +63,7 @@ u32 get_attributes(u16 ptp, PmSubAttr *attributes) {
   attributes->aulSpecific[1] = live_port(ptp).link_changes;
   // The name field needs no terminator, so a name of 32 characters may fill it.
   char name[sizeof attributes->szName + 1];
-  std::snprintf(name, sizeof name, "%s-%u", traits->name, unsigned{ptp});
+  snprintf_truncated_s(name, sizeof name, "%s-%u", traits->name, unsigned{ptp});
   std::memcpy(attributes->szName, name, std::strlen(name));
   return PM_OK;
 }
@@ -65,7 +71,9 @@ u32 get_attributes(u16 ptp, PmSubAttr *attributes) {
 // Only what the selector asks for: this is called for single attributes, often.
 u32 get_one_attribute(u16 ptp, u32 selector, PmSubAttr *attributes) {
   const Traits *traits = traits_of(ptp);
-  if (traits == nullptr) return PM_ERR_PTPTYPE_INVALID;
+  if (traits == nullptr) {
+    return PM_ERR_PTPTYPE_INVALID;
+  }
   switch (selector) {
     case PM_SUB_ATTR_MTU:
       attributes->ulMtu = traits->mtu;
@@ -97,7 +105,9 @@ u32 get_statistics(u16 ptp, PmSubStats *statistics) {
 // The speed in use: none while the link is down.
 u32 get_active_speed(u16 ptp, u32 *transmit, u32 *receive) {
   const Traits *traits = traits_of(ptp);
-  if (traits == nullptr) return PM_ERR_PTPTYPE_INVALID;
+  if (traits == nullptr) {
+    return PM_ERR_PTPTYPE_INVALID;
+  }
   const bool up = live_port(ptp).link_up;
   *transmit = up ? traits->transmit_speed : 0;
   *receive = up ? traits->receive_speed : 0;
@@ -115,7 +125,9 @@ u32 register_sub_lines() {
     sub_line.stCallBack.pfnGetAttrPriv = get_one_attribute;
     sub_line.stCallBack.pfnGetStats = get_statistics;
     sub_line.stCallBack.pfnGetActiveSpeed = get_active_speed;
-    if (const u32 code = PM_LibRegSubLineInfo(&sub_line)) return code;
+    if (const u32 code = PM_LibRegSubLineInfo(&sub_line)) {
+      return code;
+    }
   }
   return PM_OK;
 }
