@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <concepts>
+#include <cstring>
 #include <functional>
 #include <optional>
 #include <source_location>
@@ -51,11 +52,19 @@ inline PtpStaticData static_record(u16 ptp_id, const std::string &description = 
   return record;
 }
 
+template <typename Record>
+bool same(const Record &a, const Record &b) {
+  return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
 // Start-up is done in steps, so that a test can stop before any of them; up() does them all. The
 // chassis has two frames of four slots; boards of 8 outer and 1 inner ports are in slots 0 and 2 of
 // frame 0 (board indexes 0, 2) and slot 1 of frame 1 (board index 33).
 class LivePm : public testing::Test {
  public:
+  using Fn = host::Fn;
+  using Values = test::Values;
+  using Lines = test::Lines;
   static constexpr u32 cid = 0x36;
 
   host::Node node;
@@ -162,8 +171,14 @@ class LivePm : public testing::Test {
   // expectation before.
   void expect(u32 answer, u32 code, const Values &recorded, const Lines &printed = {},
               std::source_location at = std::source_location::current()) {
+    expect(Values{answer}, Values{code}, recorded, printed, at);
+  }
+  // The same of calls that have been made one after another.
+  void expect(const Values &answers, const Values &codes, const Values &recorded,
+              const Lines &printed = {},
+              std::source_location at = std::source_location::current()) {
     const testing::ScopedTrace trace(at.file_name(), static_cast<int>(at.line()), "expect");
-    EXPECT_EQ(answer, code);
+    EXPECT_EQ(answers, codes);
     EXPECT_EQ(node.errors.values_since(settled_errors_), recorded);
     EXPECT_EQ(node.debug.since(settled_lines_), printed);
     settle();
