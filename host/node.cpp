@@ -63,7 +63,7 @@ const char *name_of(MisuseKind kind) {
 
 Node::Node()
     : memory(*this), hash(*this), debug(*this), root(*this), ddm(*this), rpc(*this), owner(*this) {
-  owner.register_services();
+  owner.serve(*this);
 }
 
 Node::~Node() = default;

@@ -59,7 +59,8 @@ std::size_t description_length(const Distribution &ddm) {
 
 }  // namespace
 
-void Owner::register_services() {
+void Owner::serve(Node &board) {
+  boards_.push_back(&board);
   const struct {
     const char *name;
     u32 (Owner::*serve)(RpcPara &);
@@ -73,7 +74,7 @@ void Owner::register_services() {
       {"PM_SapiDelObjectCfg", &Owner::delete_configuration},
   };
   for (const auto &entry : services) {
-    node_.rpc.serve(
+    board.rpc.serve(
         entry.name, [this, serve = entry.serve](RpcPara &para) { return (this->*serve)(para); },
         &online);
   }
@@ -91,7 +92,7 @@ u32 Owner::link_event(RpcPara &para) {
   PrimitiveRecord record;
   record.type = event.event == 0 ? link_down : link_up;
   record.ptp = event.ptp;
-  node_.ddm.send(class_primitive, event.ptp, view_of(record));
+  source_->ddm.send(class_primitive, event.ptp, view_of(record));
   return 0;
 }
 
@@ -101,10 +102,10 @@ u32 Owner::add_virtual(RpcPara &para) {
     return code_length;
   }
   for (u32 id = first_; id <= last_; ++id) {
-    if (node_.ddm.find(class_dynamic, id) != nullptr) {
+    const u16 ptp = static_cast<u16>(id);
+    if (virtual_ptps_.count(ptp) != 0 || source_->ddm.find(class_dynamic, id) != nullptr) {
       continue;
     }
-    const u16 ptp = static_cast<u16>(id);
     if (!rpc_output(para, 1, view_of(ptp))) {
       return code_null;
     }
@@ -116,7 +117,7 @@ u32 Owner::add_virtual(RpcPara &para) {
     record.usPtpType = request.type;
     record.LastChangeTick = node_.clock.now();
     virtual_ptps_.insert(ptp);
-    node_.ddm.publish(class_dynamic, id, view_of(record));
+    source_->ddm.publish(class_dynamic, id, view_of(record));
     return 0;
   }
   return code_full;
@@ -124,7 +125,7 @@ u32 Owner::add_virtual(RpcPara &para) {
 
 u32 Owner::delete_virtual(RpcPara &para) {
   const u16 ptp = static_cast<u16>(rpc_value(para, 0));
-  const Bytes *known = node_.ddm.find(class_dynamic, ptp);
+  const Bytes *known = source_->ddm.find(class_dynamic, ptp);
   PtpDynPubData record;
   if (virtual_ptps_.erase(ptp) == 0 || known == nullptr || !take(*known, record)) {
     return code_no_ptp;
@@ -132,15 +133,15 @@ u32 Owner::delete_virtual(RpcPara &para) {
   record.ucExist = 0;
   record.LastChangeTick = node_.clock.now();
   // What is gone is told as a record that does not exist; later subscribers need not hear of it.
-  node_.ddm.publish(class_dynamic, ptp, view_of(record));
-  node_.ddm.remove(class_dynamic, ptp);
+  source_->ddm.publish(class_dynamic, ptp, view_of(record));
+  source_->ddm.remove(class_dynamic, ptp);
   return 0;
 }
 
 u32 Owner::set_description(RpcPara &para) {
   const u16 ptp = static_cast<u16>(rpc_value(para, 0));
   const ByteView text = rpc_input(para, 1);
-  const Bytes *known = node_.ddm.find(class_static, ptp);
+  const Bytes *known = source_->ddm.find(class_static, ptp);
   if (known == nullptr || known->size() != sizeof(PtpStaticData)) {
     return code_no_ptp;
   }
@@ -148,12 +149,12 @@ u32 Owner::set_description(RpcPara &para) {
     return code_null;
   }
   // The private data stands right behind the terminator, wherever that is: it stays as it is.
-  const std::size_t room = description_length(node_.ddm);
+  const std::size_t room = description_length(source_->ddm);
   Bytes record = *known;
   const auto start = record.begin() + offsetof(PtpStaticData, szDescription);
   std::fill_n(start, room + 1, u8{0});
   std::copy_n(text.begin(), std::min(text.size(), room), start);
-  node_.ddm.publish(class_static, ptp, record);
+  source_->ddm.publish(class_static, ptp, record);
   return 0;
 }
 
@@ -172,7 +173,7 @@ u32 Owner::can_delete(RpcPara &para) {
   if (const auto found = undeletable.find(ptp); found != undeletable.end()) {
     return found->second;
   }
-  return node_.ddm.find(class_dynamic, ptp) == nullptr ? u32{code_no_ptp} : 0;
+  return source_->ddm.find(class_dynamic, ptp) == nullptr ? u32{code_no_ptp} : 0;
 }
 
 u32 Owner::delete_configuration(RpcPara &para) {
@@ -193,17 +194,25 @@ u32 Owner::delete_configuration(RpcPara &para) {
 }
 
 void Owner::publish_count() {
-  node_.ddm.publish(class_deletions, 0, view_of(static_cast<u32>(deletions_.size())));
+  source_->ddm.publish(class_deletions, 0, view_of(static_cast<u32>(deletions_.size())));
+}
+
+Node &Owner::board_of(u32 cid) const {
+  const auto found = std::find_if(boards_.begin(), boards_.end(), [&](const Node *board) {
+    return board->root.find(cid) != nullptr;
+  });
+  return found == boards_.end() ? node_ : **found;
 }
 
 void Owner::finish(const Deletion &deletion, u32 result) {
   ++finished_;
   publish_count();
   ObjectKey key = deletion.key;
-  const u32 code = node_.root.call_service(
+  Node &board = board_of(deletion.cid);
+  const u32 code = board.root.call_service(
       deletion.cid, "PM_SapiNotifyDelObjectCfgResult",
       reinterpret_cast<u32 (*)(ObjectKey *, u32)>(deletion.completion), &key, result);
-  node_.tell({Inbound::Kind::service,
+  board.tell({Inbound::Kind::service,
               deletion.cid,
               result,
               "PM_SapiNotifyDelObjectCfgResult",

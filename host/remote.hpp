@@ -102,9 +102,12 @@ struct LinkEvent {
 
 // The process that owns the PTP database: it keeps no data of its own but what it publishes
 // through the node's data distribution (classes 0x360011 and 0x360030, key = PTP ID as u32).
+//
+// Boards that are nodes of their own share one owner: it serves() each of them and publishes
+// through the active one.
 class Owner {
  public:
-  explicit Owner(Node &node) : node_(node) {}
+  explicit Owner(Node &node) : node_(node), source_(&node) {}
 
   bool online = true;  // false: calls of the owner's services fail with code_unreachable
 
@@ -130,7 +133,10 @@ class Owner {
 
   // Finishes what is due; returns the number of deletions finished.
   std::size_t run();
-  void register_services();
+  // Answers that node's calls. Its own node's are answered from birth on.
+  void serve(Node &board);
+  // The node whose distribution holds the records from now on; at first the owner's own.
+  void publish_through(Node &board) { source_ = &board; }
 
  private:
   u32 link_event(RpcPara &para);
@@ -142,8 +148,11 @@ class Owner {
   u32 delete_configuration(RpcPara &para);
   void publish_count();
   void finish(const Deletion &deletion, u32 result);
+  Node &board_of(u32 cid) const;
 
   Node &node_;
+  Node *source_;
+  std::vector<Node *> boards_;
   u16 first_ = 0xF000;
   u16 last_ = 0xF0FF;
   std::set<u16> virtual_ptps_;

@@ -1,5 +1,8 @@
 #include "node/node.hpp"
 
+#include <algorithm>
+#include <cstring>
+
 #include "node/numerals.hpp"
 
 namespace node {
@@ -59,6 +62,7 @@ Node::Node(Chassis chassis, std::vector<Product> products)
   if (chassis_.standby_cid) {
     sides_.push_back(std::make_unique<Side>());
     sides_.back()->cid = *chassis_.standby_cid;
+    owner().serve(sides_.back()->host);
   }
 }
 
@@ -76,9 +80,8 @@ void Node::prepare(Side &side, bool with_static_records) {
   host::Distribution &ddm = side.host.ddm;
   side.host.chassis = device_layer_of(chassis_);
   if (chassis_.virtual_count != 0) {
-    side.host.owner.set_virtual_range(
-        chassis_.virtual_first,
-        static_cast<u16>(chassis_.virtual_first + chassis_.virtual_count - 1));
+    owner().set_virtual_range(chassis_.virtual_first, static_cast<u16>(chassis_.virtual_first +
+                                                                       chassis_.virtual_count - 1));
   }
   ddm.preset(PM_CLASS_SUB_ATTR, 0, host::view_of(port_type_counts_of(chassis_)));
   u32 suffix = 0;
@@ -271,16 +274,25 @@ void Node::settle() {
         if (side.get() == &active()) {
           continue;
         }
-        host::Distribution &ddm = side->host.ddm;
-        if (record.class_id == PM_CLASS_PRIM_NOTIFY) {
-          ddm.send(record.class_id, 0, record.data);
-        } else {
-          ddm.publish(record.class_id, record.key, record.data);
-        }
+        hand_over(record, active().host.ddm, side->host.ddm);
         ++done;
       }
     }
   }
+}
+
+// What the active side's distribution does not hold is an event, or a record that has been taken
+// out.
+void Node::hand_over(const Mirrored &record, const host::Distribution &from,
+                     host::Distribution &to) {
+  if (from.records(record.class_id).contains(record.key)) {
+    to.publish(record.class_id, record.key, record.data);
+    return;
+  }
+  u32 key = 0;
+  std::memcpy(&key, record.key.data(), std::min(record.key.size(), sizeof key));
+  to.send(record.class_id, key, record.data);
+  to.remove(record.class_id, key);
 }
 
 std::size_t Node::synchronise() {
@@ -293,7 +305,23 @@ std::vector<host::SyncDifference> Node::compare() {
 
 bool Node::failover() {
   settle();
-  return has_standby() && sides_.front()->host.syn.failover();
+  if (!has_standby()) {
+    return false;
+  }
+  const host::Distribution &before = active().host.ddm;
+  if (!sides_.front()->host.syn.failover()) {
+    return false;
+  }
+  // The owner goes on with the data base of the new active side. The static records are laid there
+  // without delivery: synchronisation has brought them to the instance.
+  host::Node &now = active().host;
+  for (const auto &[key, data] : before.records(PM_CLASS_STATIC)) {
+    u32 ptp = 0;
+    std::memcpy(&ptp, key.data(), std::min(key.size(), sizeof ptp));
+    now.ddm.preset(PM_CLASS_STATIC, ptp, data);
+  }
+  owner().publish_through(now);
+  return true;
 }
 
 }  // namespace node

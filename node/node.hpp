@@ -83,6 +83,8 @@ class Node {
   bool has_standby() const { return sides_.size() > 1; }
   // The side whose instance has the active role.
   Side &active();
+  // The owner of the PTP database, one for both boards.
+  host::Owner &owner() { return sides_.front()->host.owner; }
 
   // A record from the system: to every board, static records to the active one only. Answers the
   // active side's code.
@@ -115,6 +117,8 @@ class Node {
     host::Bytes key;
     host::Bytes data;
   };
+  static void hand_over(const Mirrored &record, const host::Distribution &from,
+                        host::Distribution &to);
 
   Chassis chassis_;
   std::vector<Product> products_;
