@@ -77,7 +77,8 @@ PM_API u32 PM_LibFidInitProcForMC(void);
 
 /**
  * Start-up function of the library's PID. After the library's own work of the phase it calls the
- * product's phase hook.
+ * product's phase hook; work that fails ends the phase without it. Of phase 1 only the tables can
+ * fail, whatever becomes of the subscriptions and services.
  *
  * @param enPhase  1: tables, subscriptions, services; 2: debug-window commands; 8: registration for
  *                 synchronisation; any other: the hook only
@@ -90,7 +91,8 @@ PM_API u32 PM_LibPidInitProc(u32 enPhase);
  *
  * @retval 0                done
  * @retval PM_ERR_MEM_OPER  no control block
- * @retval PM_ERR_MALLOC    no booking table
+ * @retval PM_ERR_MALLOC    no booking table; the control block stays
+ * @retval PM_ERR_PARA      no current instance
  */
 PM_API u32 PM_LibMallocInit(void);
 

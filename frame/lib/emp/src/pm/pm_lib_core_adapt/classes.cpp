@@ -25,9 +25,13 @@ PmClassMngtReg class_registration(u16 class_value) {
   return registration;
 }
 
-// A value that is not a port type selects the PTP's own type.
-bool is_port_type(u32 value) {
-  return value <= PM_LibGetPtpMaxTypeValue();
+// The value is a port type; one above the highest selects the PTP's own type.
+u32 select_type(u32 value, u16 ptp_id, u16 *ptp_type) {
+  if (value > PM_LibGetPtpMaxTypeValue()) {
+    return PM_LibGetTypeFromPTP(ptp_id, ptp_type);
+  }
+  *ptp_type = static_cast<u16>(value);
+  return PM_OK;
 }
 
 }  // namespace
@@ -73,15 +77,13 @@ u32 PM_LibGetPtpCapType(u32 ulValue, u16 usPtpID, u16 *pusCapType) {
   if (pusCapType == nullptr) {
     return PM_ERR_DATA_INVALID;
   }
-  auto ptp_type = static_cast<u16>(ulValue);
-  if (!is_port_type(ulValue)) {
-    const u32 ret = PM_LibGetTypeFromPTP(usPtpID, &ptp_type);
-    if (ret != PM_OK) {
-      return FAIL(ret, ret);
-    }
+  u16 ptp_type = 0;
+  u32 ret = select_type(ulValue, usPtpID, &ptp_type);
+  if (ret != PM_OK) {
+    return FAIL(ret, ret);
   }
   u16 suffix = 0;
-  u32 ret = PM_LibGetLogicPtpType(ptp_type, &suffix);
+  ret = PM_LibGetLogicPtpType(ptp_type, &suffix);
   if (ret != PM_OK) {
     return FAIL(ret, ret);
   }
@@ -102,13 +104,6 @@ u32 PM_LibGetPtpTypeForAttm(u32 ulValue, u16 usPtpID, u16 *pusPtpType) {
   if (pusPtpType == nullptr) {
     return PM_ERR_DATA_INVALID;
   }
-  auto ptp_type = static_cast<u16>(ulValue);
-  if (!is_port_type(ulValue)) {
-    const u32 ret = PM_LibGetTypeFromPTP(usPtpID, &ptp_type);
-    if (ret != PM_OK) {
-      return FAIL(ret, usPtpID);
-    }
-  }
-  *pusPtpType = ptp_type;
-  return PM_OK;
+  const u32 ret = select_type(ulValue, usPtpID, pusPtpType);
+  return ret == PM_OK ? PM_OK : FAIL(ret, usPtpID);
 }
