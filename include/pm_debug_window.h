@@ -40,7 +40,8 @@ PM_API void PM_LibInitPmDbWinCfg(void);
 /**
  * Message function of the library's PID: hands debug-window messages on and drops all others.
  *
- * @param pMsg  a host message of at least 8 bytes, any alignment; null is recorded
+ * @param pMsg  a host message of at least 8 bytes, a PmDbwinMsg if its type says so, any alignment;
+ *              null is recorded
  */
 PM_API void PM_LibMsgProc(void *pMsg);
 
@@ -212,7 +213,7 @@ PM_API void PM_LibDbgShowPtpDetails(u16 usPtpID);
 
 /**
  * Description of a port type as the PTP display shows it: "No support Desc" for a known type,
- * "unknown type" for any other.
+ * "unknown type" for any other, which is also answered with a line of its own.
  *
  * @param[in]  usPtpType  port type
  * @param[out] pcBuf      receives the text, cut to fit and terminated; when nothing can be copied
