@@ -57,9 +57,15 @@ struct Remark {
   std::string text;
 };
 
+// What the debug window printed, as lines without line breaks whose bytes are as the library gave
+// them: GBK in places.
+struct Window {
+  std::vector<std::string> lines;
+};
+
 class Answer {
  public:
-  using Item = std::variant<Field, Rows, Remark>;
+  using Item = std::variant<Field, Rows, Remark, Window>;
 
   template <class Value>
   Answer &field(std::string name, Value value) {
@@ -76,6 +82,12 @@ class Answer {
     items_.push_back(Remark{std::move(text)});
     return *this;
   }
+  // JSON has it under "window".
+  Answer &window(std::vector<std::string> lines) {
+    items_.push_back(Window{std::move(lines)});
+    return *this;
+  }
+  bool has_window() const;
 
   const std::vector<Item> &items() const { return items_; }
 
@@ -83,7 +95,10 @@ class Answer {
   std::vector<Item> items_;
 };
 
-std::string as_text(const Answer &answer);
+// A value as people read it: "yes", "0x36", "17".
+std::string as_text(const Cell &cell);
+// A window's bytes stay as they are unless the text goes to a terminal.
+std::string as_text(const Answer &answer, bool for_terminal = false);
 // One line without a line break.
 std::string as_json(const Answer &answer);
 

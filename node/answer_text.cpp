@@ -2,25 +2,13 @@
 #include <algorithm>
 
 #include "node/answer.hpp"
+#include "node/gbk.hpp"
 #include "node/numerals.hpp"
 
 namespace node {
 namespace {
 
 constexpr std::size_t kGap = 2;
-
-std::string shown(const Cell &cell) {
-  if (const auto *text = std::get_if<std::string>(&cell)) {
-    return *text;
-  }
-  if (const auto *number = std::get_if<std::int64_t>(&cell)) {
-    return std::to_string(*number);
-  }
-  if (const bool *flag = std::get_if<bool>(&cell)) {
-    return *flag ? "yes" : "no";
-  }
-  return hex(std::get<Hex>(cell).value);
-}
 
 std::string shown_name(std::string name) {
   std::replace(name.begin(), name.end(), '_', ' ');
@@ -44,7 +32,7 @@ std::string table_text(const Rows &table) {
   for (std::size_t column = 0; column < count; ++column) {
     widths[column] = table.columns[column].size();
     for (const auto &row : table.rows) {
-      widths[column] = std::max(widths[column], shown(row[column]).size());
+      widths[column] = std::max(widths[column], as_text(row[column]).size());
       right[column] = right[column] && !std::holds_alternative<std::string>(row[column]) &&
                       !std::holds_alternative<bool>(row[column]);
     }
@@ -62,14 +50,32 @@ std::string table_text(const Rows &table) {
   }
   text += line_of([&](std::size_t column) { return shown_name(table.columns[column]); });
   for (const auto &row : table.rows) {
-    text += line_of([&](std::size_t column) { return shown(row[column]); });
+    text += line_of([&](std::size_t column) { return as_text(row[column]); });
   }
   return text;
 }
 
 }  // namespace
 
-std::string as_text(const Answer &answer) {
+std::string as_text(const Cell &cell) {
+  if (const auto *text = std::get_if<std::string>(&cell)) {
+    return *text;
+  }
+  if (const auto *number = std::get_if<std::int64_t>(&cell)) {
+    return std::to_string(*number);
+  }
+  if (const bool *flag = std::get_if<bool>(&cell)) {
+    return *flag ? "yes" : "no";
+  }
+  return hex(std::get<Hex>(cell).value);
+}
+
+bool Answer::has_window() const {
+  return std::any_of(items_.begin(), items_.end(),
+                     [](const Item &item) { return std::holds_alternative<Window>(item); });
+}
+
+std::string as_text(const Answer &answer, bool for_terminal) {
   std::size_t width = 0;
   for (const Answer::Item &item : answer.items()) {
     if (const auto *field = std::get_if<Field>(&item)) {
@@ -80,10 +86,14 @@ std::string as_text(const Answer &answer) {
   for (const Answer::Item &item : answer.items()) {
     if (const auto *field = std::get_if<Field>(&item)) {
       text += without_trailing_blanks(padded(shown_name(field->name), width + kGap, false) +
-                                      shown(field->value)) +
+                                      as_text(field->value)) +
               "\n";
     } else if (const auto *table = std::get_if<Rows>(&item)) {
       text += table_text(*table);
+    } else if (const auto *window = std::get_if<Window>(&item)) {
+      for (const std::string &line : window->lines) {
+        text += (for_terminal ? as_utf8(line) : line) + "\n";
+      }
     } else {
       text += std::get<Remark>(item).text + "\n";
     }

@@ -7,22 +7,35 @@ namespace {
 
 constexpr std::size_t kDifferencesListed = 10;
 
+// Through the owner, which sends it on to every instance.
+u32 link_event(Node &node, u16 primitive, u16 ptp) {
+  u32 code = PM_OK;
+  {
+    const host::Scope scope(*node.active().instance);
+    code = PM_LibLinkEventNotify(ptp, primitive == PM_PRIM_LINK_UP ? 1 : 0);
+  }
+  node.settle();
+  return code;
+}
+
 Answer run_link(Console &console, const Arguments &arguments) {
   if (arguments[0] != "up" && arguments[0] != "down") {
     throw CommandError("'" + arguments[0] + "' is no link state; expected up or down");
   }
-  const bool distributed = arguments.size() > 2;
-  if (distributed && arguments[2] != "notify") {
-    throw CommandError("'" + arguments[2] + "' is no way to deliver; expected notify");
+  const std::string way = arguments.size() > 2 ? arguments[2] : "message";
+  if (way != "message" && way != "notify" && way != "owner") {
+    throw CommandError("'" + way + "' is no way to deliver; expected notify or owner");
   }
   const u16 ptp = ptp_argument(console, arguments[1]);
   const u16 primitive = arguments[0] == "up" ? u16{PM_PRIM_LINK_UP} : u16{PM_PRIM_LINK_DOWN};
   Node &node = console.node();
-  const u32 code = distributed ? node.notify(primitive, ptp) : node.raise(primitive, ptp);
+  const u32 code = way == "message"  ? node.raise(primitive, ptp)
+                   : way == "notify" ? node.notify(primitive, ptp)
+                                     : link_event(node, primitive, ptp);
   return Answer()
       .field("ptp", ptp)
       .field("primitive", primitive)
-      .field("delivered_by", distributed ? "notification" : "message")
+      .field("delivered_by", way == "notify" ? "notification" : way)
       .field("result", result_text(code));
 }
 
@@ -49,15 +62,6 @@ Answer run_feed(Console &console, const Arguments &arguments) {
   } catch (const InputError &error) {
     throw CommandError(error.what());
   }
-}
-
-Answer run_tick(Console &console, const Arguments &arguments) {
-  const u32 ticks = number_argument(arguments[0], 0, 0xFFFFFFFF, "number of ticks");
-  for (const auto &side : console.node().sides()) {
-    side->host.clock.advance(ticks);
-  }
-  console.node().settle();
-  return Answer().field("tick", console.node().active().host.clock.now());
 }
 
 void need_standby(Node &node) {
@@ -100,16 +104,17 @@ Answer run_failover(Console &console, const Arguments &) {
 }
 
 constexpr Command kCommands[] = {
-    {"link", "up|down ID|FRAME/SLOT/PORT [notify]", "a port's link comes up or goes down",
+    {"link", "up|down ID|FRAME/SLOT/PORT [notify|owner]", "a port's link comes up or goes down",
      "  Delivered to the active instance as a primitive message; with 'notify' to every instance\n"
-     "  as a notification of the data distribution.",
+     "  as a notification of the data distribution, with 'owner' as a link event that the owner "
+     "of\n"
+     "  the PTP database sends on to every instance.",
      2, 3, run_link},
     {"publish", "CLASS KEY DATA", "a record arrives from the system",
      "  CLASS and KEY are numbers, DATA the record's bytes in hexadecimal digits. Every board "
      "gets\n  the record, a static record (0x360030) the active one only.",
      3, 3, run_publish},
     {"feed", "FILE", "apply a file of records and messages", "  See docs/feed.md.", 1, 1, run_feed},
-    {"tick", "TICKS", "let time pass", "", 1, 1, run_tick},
     {"sync", "", "ship changed units to the standby and compare both sides byte for byte", "", 0, 0,
      run_sync},
     {"failover", "", "the standby takes over the active role", "", 0, 0, run_failover}};

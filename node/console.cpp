@@ -46,16 +46,6 @@ constexpr Command kOwnCommands[] = {
     {"help", "[COMMAND]", "list the commands, or tell more about one", "", 0, 1, run_help},
     {"quit", "", "leave; a script ends here", "", 0, 0, run_quit}};
 
-// Words are separated by blanks; a '#' begins a comment.
-Arguments words_of(const std::string &line) {
-  std::istringstream stream(line.substr(0, line.find('#')));
-  Arguments words;
-  for (std::string word; stream >> word;) {
-    words.push_back(word);
-  }
-  return words;
-}
-
 // What was printed on both sides since the marks, as single lines without line breaks.
 struct PrintedSince {
   Node &node;
@@ -92,8 +82,8 @@ const std::vector<Command> &commands() {
   static const std::vector<Command> all = [] {
     std::vector<Command> list;
     for (const std::span<const Command> family :
-         {query_commands(), change_commands(), watch_commands(),
-          std::span<const Command>(kOwnCommands)}) {
+         {query_commands(), change_commands(), watch_commands(), script_commands(),
+          fault_commands(), journal_commands(), std::span<const Command>(kOwnCommands)}) {
       list.insert(list.end(), family.begin(), family.end());
     }
     return list;
@@ -107,15 +97,7 @@ const Command *find_command(std::string_view name) {
   return found == commands().end() ? nullptr : &*found;
 }
 
-void Console::run_line(const std::string &line) {
-  Arguments words = words_of(line);
-  if (words.empty()) {
-    return;
-  }
-  const bool json = words.back() == kJsonFlag;
-  if (json) {
-    words.pop_back();
-  }
+Answer Console::perform(const Arguments &words) {
   const std::string name = words.empty() ? "" : words.front();
   const Command *command = find_command(name);
   if (command == nullptr) {
@@ -126,27 +108,86 @@ void Console::run_line(const std::string &line) {
     throw CommandError("'" + name + "' has " + std::to_string(arguments.size()) +
                        " arguments; expected " + name + " " + std::string(command->arguments));
   }
+  if (!command->keeps_last) {
+    script_.before_last = marks_of(node_);
+    script_.last = {};
+  }
   const PrintedSince printed(node_);
   Answer answer = command->run(*this, arguments);
   printed.add_to(answer);
+  if (!command->keeps_last) {
+    script_.last = answer;
+  }
+  return answer;
+}
+
+void Console::take(const NumberedLine &line, bool echo) {
+  if (script_.block) {
+    collect(line, echo);
+    return;
+  }
+  line_number_ = line.number;
+  if (echo && !words_of(line.text).empty()) {
+    out_ << "\n" << kPrompt << line.text << "\n";
+  }
+  Arguments words = words_of(line.text, script_.variables);
+  if (words.empty()) {
+    return;
+  }
+  const bool json = words.back() == kJsonFlag;
+  if (json) {
+    words.pop_back();
+  }
+  const Answer answer = perform(words);
   out_ << (json ? as_json(answer) + "\n" : as_text(answer)) << std::flush;
 }
 
+// Keeps a line of the block that is open, and carries the block out when it closes.
+void Console::collect(const NumberedLine &line, bool echo) {
+  const Arguments words = words_of(line.text);
+  const std::string first = words.empty() ? "" : words.front();
+  if (first == "repeat") {
+    ++script_.block->depth;
+  } else if (first == "end") {
+    --script_.block->depth;
+  }
+  if (script_.block->depth != 0) {
+    script_.block->lines.push_back(line);
+    return;
+  }
+  const Block block = std::move(*script_.block);
+  script_.block.reset();
+  for (u32 time = 0; time < block.times; ++time) {
+    if (!block.counter.empty()) {
+      script_.variables[block.counter] = std::to_string(time);
+    }
+    for (const NumberedLine &inner : block.lines) {
+      if (quitting_) {
+        return;
+      }
+      take(inner, echo);
+    }
+  }
+}
+
 void Console::run_script(std::istream &script, const std::string &file, bool echo) {
+  const auto fail = [&](unsigned number, const std::string &what) {
+    out_ << std::flush;
+    throw InputError(file + ":" + std::to_string(number) + ": " + what);
+  };
   std::string line;
   for (unsigned number = 1; !quitting_ && std::getline(script, line); ++number) {
     if (!line.empty() && line.back() == '\r') {
       line.pop_back();
     }
-    if (echo && !words_of(line).empty()) {
-      out_ << "\n" << kPrompt << line << "\n";
-    }
     try {
-      run_line(line);
+      take({number, line}, echo);
     } catch (const CommandError &error) {
-      out_ << std::flush;
-      throw InputError(file + ":" + std::to_string(number) + ": " + error.what());
+      fail(line_number_, error.what());
     }
+  }
+  if (script_.block) {
+    fail(script_.block->begun_at, "'repeat' is not closed; expected a line 'end'");
   }
 }
 

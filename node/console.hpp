@@ -11,6 +11,8 @@
 
 #include "node/answer.hpp"
 #include "node/node.hpp"
+#include "node/script_state.hpp"
+#include "node/words.hpp"
 
 namespace node {
 
@@ -20,7 +22,8 @@ struct CommandError : std::runtime_error {
 };
 
 class Console;
-using Arguments = std::vector<std::string>;
+
+constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
 
 struct Command {
   std::string_view name;
@@ -30,6 +33,8 @@ struct Command {
   std::size_t least_arguments;
   std::size_t most_arguments;
   Answer (*run)(Console &console, const Arguments &arguments);
+  // Speaks about the last answer, so it does not become the last one itself.
+  bool keeps_last = false;
 };
 
 class Console {
@@ -42,18 +47,28 @@ class Console {
 
   // Carries out one line and prints its answer and what the library and the products printed
   // meanwhile. A trailing --json renders all of it as one line of JSON. An empty line or a comment
-  // does nothing.
-  void run_line(const std::string &line);
+  // does nothing. The lines between `repeat` and `end` are carried out at the latter.
+  void run_line(const std::string &line) { take({0, line}, false); }
   // Every line of a script until its end or `quit`. The first error is an InputError that names
   // `file` and the line.
   void run_script(std::istream &script, const std::string &file, bool echo);
   // Reads and carries out lines until the end of the input or `quit`; errors are printed.
   void run_prompt(std::istream &in);
 
+  // Carries out a command without printing its answer.
+  Answer perform(const Arguments &words);
+  ScriptState &script() { return script_; }
+  unsigned line_number() const { return line_number_; }
+
  private:
   Node &node_;
   std::ostream &out_;
   bool quitting_ = false;
+  ScriptState script_;
+  unsigned line_number_ = 0;  // of the line being carried out; 0 at a prompt
+
+  void take(const NumberedLine &line, bool echo);
+  void collect(const NumberedLine &line, bool echo);
 };
 
 // Every command, in the order of `help`.
@@ -64,6 +79,9 @@ const Command *find_command(std::string_view name);
 std::span<const Command> query_commands();
 std::span<const Command> change_commands();
 std::span<const Command> watch_commands();
+std::span<const Command> script_commands();
+std::span<const Command> fault_commands();
+std::span<const Command> journal_commands();
 
 // Readers of arguments; anything else than what is asked for is a CommandError.
 u32 number_argument(const std::string &text, u32 lowest, u32 highest, std::string_view what);

@@ -4,10 +4,13 @@
 #include <exception>
 #include <fstream>
 #include <iostream>
+#include <memory>
 
 #include "node/console.hpp"
 #include "node/document.hpp"
 #include "node/feed.hpp"
+#include "node/journal_file.hpp"
+#include "node/line_editor.hpp"
 #include "node/options.hpp"
 #include "node/start_view.hpp"
 
@@ -26,6 +29,7 @@ struct Inputs {
   node::Chassis chassis;
   std::vector<node::FeedItem> feed;
   std::ifstream script;
+  std::unique_ptr<node::JournalFile> journal;
   std::vector<node::Product> products;
 };
 
@@ -41,6 +45,9 @@ Inputs read_inputs(const node::Options &options) {
       throw node::InputError(options.script + ": cannot be opened; expected a script");
     }
   }
+  if (!options.journal.empty()) {
+    inputs.journal = std::make_unique<node::JournalFile>(options.journal);
+  }
   for (const std::string &file : options.products) {
     inputs.products.push_back(node::load_product(file));
   }
@@ -49,6 +56,9 @@ Inputs read_inputs(const node::Options &options) {
 
 void converse(node::Console &console, Inputs &inputs, const node::Options &options) {
   const bool terminal = isatty(STDIN_FILENO) == 1;
+  if (isatty(STDOUT_FILENO) == 1) {
+    console.show_on_terminal();
+  }
   if (!options.script.empty()) {
     console.run_script(inputs.script, options.script, true);
     if (console.quitting() || !terminal) {
@@ -57,7 +67,8 @@ void converse(node::Console &console, Inputs &inputs, const node::Options &optio
     std::cout << "\n";
   }
   if (terminal) {
-    console.run_prompt(std::cin);
+    node::LineEditor editor;
+    console.run_prompt([&editor](const std::string &prompt) { return editor.read(prompt); });
   } else {
     console.run_script(std::cin, "standard input", false);
   }
@@ -72,6 +83,9 @@ int run(const node::Options &options) {
   }
   try {
     node::Node node(std::move(inputs.chassis), std::move(inputs.products));
+    if (inputs.journal) {
+      inputs.journal->watch(node);
+    }
     node.start(node::start_view(std::cout, isatty(STDOUT_FILENO) == 1));
     if (!inputs.feed.empty()) {
       const std::size_t refused = node::apply_feed(node, inputs.feed);

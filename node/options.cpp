@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "node/commands_page.hpp"
 #include "node/document.hpp"
 
 namespace node {
@@ -23,6 +24,12 @@ std::optional<Options> read_options(int count, char **arguments) {
   app.add_option("--script", options.script,
                  "Commands to carry out, one a line; at a terminal the prompt follows")
       ->type_name("FILE");
+  app.add_option("--journal", options.journal, "Where every host call is written, one a line")
+      ->type_name("FILE");
+  app.add_flag_callback(
+         "--help-commands", [] { throw CLI::CallForAllHelp(); },
+         "Print the commands as a page of Markdown")
+      ->trigger_on_parse();
   app.footer(
       "Without a script, commands are read from the standard input; 'help' lists them.\n"
       "Exit codes: 0 done, 1 a command of the script or the start-up failed, 2 bad input.");
@@ -30,6 +37,9 @@ std::optional<Options> read_options(int count, char **arguments) {
     app.parse(count, arguments);
   } catch (const CLI::CallForHelp &) {
     std::cout << app.help();
+    return std::nullopt;
+  } catch (const CLI::CallForAllHelp &) {
+    std::cout << commands_page();
     return std::nullopt;
   } catch (const CLI::ParseError &error) {
     throw InputError(std::string("pmnode: ") + error.what() + "; expected what --help tells");

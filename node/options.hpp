@@ -10,8 +10,9 @@ namespace node {
 
 struct Options {
   std::string chassis;
-  std::string feed;    // empty: none
-  std::string script;  // empty: none
+  std::string feed;     // empty: none
+  std::string script;   // empty: none
+  std::string journal;  // empty: none
   std::vector<std::string> products;
 };
 
