@@ -30,6 +30,13 @@ u32 phase(u32 number) {
   if (const u32 code = PM_LibRegPtpClassFunc(PM_PTP_CLASS_OTHER, &class_functions)) {
     return code;
   }
+  // The object class of the PTPs in the host's capability and attribute services.
+  if (const u32 code = PM_LibRegCapClassMngt()) {
+    return code;
+  }
+  if (const u32 code = PM_LibRegAttrClassMngt()) {
+    return code;
+  }
   return book_functions();
 }
 
