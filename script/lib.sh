@@ -53,9 +53,11 @@ preset_available() {
   return 1
 }
 
-# Are the header libraries of the simulator here? Sets node_option for cmake.
+# Are the header libraries of the simulator here? Sets node_option for cmake. Without readline its
+# prompt has no line editing; that is no reason to stop.
 node_option=-DPM_BUILD_NODE=ON
 find_node_packages() {
+  packages libreadline-dev lib32readline-dev || true
   packages libtomlplusplus-dev libcli11-dev nlohmann-json3-dev && return 0
   say "note: pmnode is left out: its header libraries can't be installed here"
   node_option=-DPM_BUILD_NODE=OFF
