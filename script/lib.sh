@@ -57,7 +57,8 @@ preset_available() {
 # prompt has no line editing; that is no reason to stop.
 node_option=-DPM_BUILD_NODE=ON
 find_node_packages() {
-  packages libreadline-dev lib32readline-dev || true
+  packages libreadline-dev || true
+  packages lib32readline-dev || true
   packages libtomlplusplus-dev libcli11-dev nlohmann-json3-dev && return 0
   say "note: pmnode is left out: its header libraries can't be installed here"
   node_option=-DPM_BUILD_NODE=OFF
