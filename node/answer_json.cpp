@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "node/answer.hpp"
+#include "node/gbk.hpp"
 
 namespace node {
 namespace {
@@ -38,11 +39,17 @@ std::string as_json(const Answer &answer) {
         rows.push_back(std::move(object));
       }
       json[table->name] = std::move(rows);
+    } else if (const auto *window = std::get_if<Window>(&item)) {
+      Json lines = Json::array();
+      for (const std::string &line : window->lines) {
+        lines.push_back(as_utf8(line));
+      }
+      json["window"] = std::move(lines);
     } else {
       json["remarks"].push_back(std::get<Remark>(item).text);
     }
   }
-  // Bytes that are no UTF-8 (the debug window's) must not end the run.
+  // Bytes that are no UTF-8 (of a description, say) must not end the run.
   return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "node/console.hpp"
+#include "node/ptp_text.hpp"
 
 namespace node {
 namespace {
@@ -20,40 +21,6 @@ void for_every_ptp(Visit visit) {
     }
     visit(static_cast<u16>(ptp));
   }
-}
-
-std::string place_of(u16 ptp) {
-  u16 frame = 0;
-  u8 slot = 0;
-  u8 port = 0;
-  if (const u32 code = PM_LibGetFSPFromPtp(ptp, &frame, &slot, &port)) {
-    return result_text(code);
-  }
-  return std::to_string(frame) + "/" + std::to_string(slot) + "/" + std::to_string(port);
-}
-
-std::string type_name_of(const Chassis &chassis, u16 value) {
-  const PortType *type = chassis.port_type(value);
-  return type == nullptr ? "?" : type->name;
-}
-
-std::string description_of(u16 ptp) {
-  char text[PM_DESC_LEN_MAX + 1] = "";
-  const u32 code = PM_LibGetDescFromPTP(ptp, sizeof text, text);
-  if (code == PM_ERR_FUNC_NULL) {
-    return "-";  // only physical ports have one
-  }
-  return code == PM_OK ? text : result_text(code);
-}
-
-std::string systems_of(u32 mask) {
-  std::string text;
-  for (unsigned id = 0; id < PM_VS_NUM; ++id) {
-    if (mask >> id & 1) {
-      text += (text.empty() ? "" : ", ") + std::to_string(id);
-    }
-  }
-  return text.empty() ? "none" : text;
 }
 
 Answer run_status(Console &console, const Arguments &) {
@@ -91,72 +58,6 @@ Answer run_status(Console &console, const Arguments &) {
   return answer;
 }
 
-// What the sub-line of the PTP's port type answers.
-void add_live_attributes(Answer &answer, u16 ptp) {
-  u32 mtu = 0;
-  if (const u32 code = PM_LibGetMtuFromPTP(ptp, &mtu)) {
-    answer.field("live_attributes", result_text(code));
-    return;
-  }
-  answer.field("mtu", mtu);
-  u32 transmit = 0;
-  u32 receive = 0;
-  if (PM_LibGetSpeedFromPTP(ptp, &transmit, &receive) == PM_OK) {
-    answer.field("transmit_speed", transmit).field("receive_speed", receive);
-  }
-  u8 link_state = 0;
-  if (PM_LibGetLinkStateFromPTP(ptp, &link_state) == PM_OK) {
-    answer.field("link", link_state == 1 ? "up" : "down");
-  }
-  char name[PM_NAME_LEN + 1] = "";
-  if (PM_LibGetNameFromPTP(ptp, sizeof name, name) == PM_OK) {
-    answer.field("name", std::string(name));
-  }
-}
-
-Answer run_ptp(Console &console, const Arguments &arguments) {
-  const u16 ptp = ptp_argument(console, arguments[0]);
-  const host::Scope scope(*console.node().active().instance);
-  Answer answer;
-  answer.field("ptp", ptp);
-  const u32 exists = PM_LibIfPtpExist(ptp);
-  answer.field("exists", exists == PM_OK);
-  if (exists != PM_OK) {
-    answer.field("result", result_text(exists));
-    return answer;
-  }
-  u8 ptp_class = 0;
-  u16 index1 = 0;
-  u16 index2 = 0;
-  PM_LibGetPhyIndexFromPTPEx(ptp, &ptp_class, &index1, &index2);
-  u32 mask = 0;
-  PM_LibGetVsMaskFromPtp(ptp, &mask);
-  u16 managing = 0;
-  const u32 managed = PM_LibGetPtpMngtVsID(ptp, &managing);
-  u16 type = 0;
-  PM_LibGetTypeFromPTP(ptp, &type);
-  u16 co_class = 0;
-  PM_LibGetCoClassFromPtpID(ptp, &co_class);
-  answer.field("class", ptp_class == PM_PTP_CLASS_PORT ? "port" : "behind a port")
-      .field("place", place_of(ptp))
-      .field("index1", index1)
-      .field("index2", index2)
-      .field("type", type)
-      .field("type_name", type_name_of(console.node().chassis(), type))
-      .field("co_class", co_class)
-      .field("visible", PM_LibIsPtpVisible(ptp) == PM_OK)
-      .field("virtual_systems", systems_of(mask))
-      .field("managed_by",
-             managed == PM_OK ? "virtual system " + std::to_string(managing) : result_text(managed))
-      .field("description", description_of(ptp));
-  u8 wired = 0;
-  if (PM_LibGetPtpPhyStateFromPTP(ptp, &wired) == PM_OK) {
-    answer.field("lan_switch", wired == 1 ? "connected" : "not connected");
-  }
-  add_live_attributes(answer, ptp);
-  return answer;
-}
-
 Answer run_vs(Console &console, const Arguments &arguments) {
   const u32 id = number_argument(arguments[0], 0, PM_VS_NUM - 1, "virtual system");
   const u32 listed = arguments.size() > 1
@@ -180,9 +81,7 @@ Answer run_vs(Console &console, const Arguments &arguments) {
   Rows &rows = answer.rows("first_ptps", {"ptp", "place", "type", "visible", "description"});
   for (std::size_t position = 0; position < shown; ++position) {
     const u16 ptp = members[position];
-    u16 type = 0;
-    PM_LibGetTypeFromPTP(ptp, &type);
-    rows.add(ptp, place_of(ptp), type_name_of(console.node().chassis(), type),
+    rows.add(ptp, place_of(ptp), type_name_of_ptp(console.node().chassis(), ptp),
              PM_LibIsPtpVisible(ptp) == PM_OK, description_of(ptp));
   }
   if (shown < members.size()) {
@@ -214,10 +113,6 @@ Answer run_spec(Console &console, const Arguments &) {
 constexpr Command kCommands[] = {
     {"status", "", "what the node consists of, its instances and their roles", "", 0, 0,
      run_status},
-    {"ptp", "ID | FRAME/SLOT/PORT", "one PTP in full: identity, place, type, live attributes",
-     "  'index1' and 'index2' are the physical indexes of its record; for a PTP behind a port\n"
-     "  'place' is that of the port, as its product maps it.",
-     1, 1, run_ptp},
     {"vs", "ID [COUNT]", "the PTPs of a virtual system: how many, and the first of them",
      "  COUNT is the number of PTPs to list, 20 if it is left out.", 1, 2, run_vs},
     {"spec", "", "the specification: limits, and the port types with their suffixes", "", 0, 0,

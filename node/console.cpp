@@ -6,7 +6,6 @@
 #include <sstream>
 
 #include "node/document.hpp"
-#include "node/numerals.hpp"
 
 namespace node {
 namespace {
@@ -82,8 +81,9 @@ const std::vector<Command> &commands() {
   static const std::vector<Command> all = [] {
     std::vector<Command> list;
     for (const std::span<const Command> family :
-         {query_commands(), change_commands(), watch_commands(), script_commands(),
-          fault_commands(), journal_commands(), std::span<const Command>(kOwnCommands)}) {
+         {query_commands(), ptp_commands(), find_commands(), change_commands(), owner_commands(),
+          dbwin_commands(), watch_commands(), script_commands(), life_commands(), fault_commands(),
+          journal_commands(), std::span<const Command>(kOwnCommands)}) {
       list.insert(list.end(), family.begin(), family.end());
     }
     return list;
@@ -114,7 +114,9 @@ Answer Console::perform(const Arguments &words) {
   }
   const PrintedSince printed(node_);
   Answer answer = command->run(*this, arguments);
-  printed.add_to(answer);
+  if (!answer.has_window()) {
+    printed.add_to(answer);
+  }
   if (!command->keeps_last) {
     script_.last = answer;
   }
@@ -139,7 +141,7 @@ void Console::take(const NumberedLine &line, bool echo) {
     words.pop_back();
   }
   const Answer answer = perform(words);
-  out_ << (json ? as_json(answer) + "\n" : as_text(answer)) << std::flush;
+  out_ << (json ? as_json(answer) + "\n" : as_text(answer, on_terminal_)) << std::flush;
 }
 
 // Keeps a line of the block that is open, and carries the block out when it closes.
@@ -191,65 +193,18 @@ void Console::run_script(std::istream &script, const std::string &file, bool ech
   }
 }
 
-void Console::run_prompt(std::istream &in) {
-  std::string line;
-  while (!quitting_ && out_ << kPrompt << std::flush && std::getline(in, line)) {
+void Console::run_prompt(const LineReader &read) {
+  while (!quitting_) {
+    const std::optional<std::string> line = read(kPrompt);
+    if (!line) {
+      return;
+    }
     try {
-      run_line(line);
+      run_line(*line);
     } catch (const CommandError &error) {
-      out_ << "error: " << error.what() << "\n";
+      out_ << "error: " << error.what() << std::endl;
     }
   }
-}
-
-u32 number_argument(const std::string &text, u32 lowest, u32 highest, std::string_view what) {
-  const auto number = number_of(text);
-  if (!number || *number < lowest || *number > highest) {
-    throw CommandError("'" + text + "' is no " + std::string(what) + "; expected " +
-                       std::to_string(lowest) + " to " + std::to_string(highest));
-  }
-  return *number;
-}
-
-host::Bytes bytes_argument(const std::string &text, std::string_view what) {
-  auto bytes = bytes_of_hex(text);
-  if (!bytes) {
-    throw CommandError("'" + text + "' is no " + std::string(what) +
-                       "; expected bytes as pairs of hexadecimal digits");
-  }
-  return std::move(*bytes);
-}
-
-u16 ptp_argument(Console &console, const std::string &text) {
-  const std::size_t first = text.find('/');
-  if (first == std::string::npos) {
-    return static_cast<u16>(number_argument(text, 0, 0xFFFE, "PTP ID"));
-  }
-  const std::size_t second = text.find('/', first + 1);
-  if (second == std::string::npos) {
-    throw CommandError("'" + text + "' is no place; expected FRAME/SLOT/PORT");
-  }
-  const auto frame = static_cast<u16>(number_argument(text.substr(0, first), 0, 255, "frame"));
-  const auto slot =
-      static_cast<u8>(number_argument(text.substr(first + 1, second - first - 1), 0, 255, "slot"));
-  const auto port = static_cast<u8>(number_argument(text.substr(second + 1), 0, 255, "port"));
-  const host::Scope scope(*console.node().active().instance);
-  u16 ptp = 0;
-  if (const u32 code = PM_LibGetPtpFromFSP(frame, slot, port, &ptp)) {
-    throw CommandError("no PTP at " + text + ": " + result_text(code));
-  }
-  return ptp;
-}
-
-std::string result_text(u32 code) {
-  if (code == PM_OK) {
-    return "ok";
-  }
-#define NODE_RESULT_NAME(name, value, text) \
-  if (code == (value)) return #name " (" + hex(code) + ")";
-  PM_RESULT_LIST(NODE_RESULT_NAME)
-#undef NODE_RESULT_NAME
-  return hex(code);
 }
 
 }  // namespace node

@@ -2,7 +2,9 @@
 #ifndef NODE_CONSOLE_HPP
 #define NODE_CONSOLE_HPP
 
+#include <functional>
 #include <iosfwd>
+#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -52,8 +54,12 @@ class Console {
   // Every line of a script until its end or `quit`. The first error is an InputError that names
   // `file` and the line.
   void run_script(std::istream &script, const std::string &file, bool echo);
-  // Reads and carries out lines until the end of the input or `quit`; errors are printed.
-  void run_prompt(std::istream &in);
+  // Carries out the lines that `read` answers to a prompt, until it answers none or `quit`; errors
+  // are printed.
+  using LineReader = std::function<std::optional<std::string>(const std::string &prompt)>;
+  void run_prompt(const LineReader &read);
+  // The output goes to a terminal: bytes of the debug window are shown as UTF-8.
+  void show_on_terminal() { on_terminal_ = true; }
 
   // Carries out a command without printing its answer.
   Answer perform(const Arguments &words);
@@ -64,6 +70,7 @@ class Console {
   Node &node_;
   std::ostream &out_;
   bool quitting_ = false;
+  bool on_terminal_ = false;
   ScriptState script_;
   unsigned line_number_ = 0;  // of the line being carried out; 0 at a prompt
 
@@ -77,9 +84,14 @@ const Command *find_command(std::string_view name);
 
 // The families, each in its own file.
 std::span<const Command> query_commands();
+std::span<const Command> ptp_commands();
+std::span<const Command> find_commands();
 std::span<const Command> change_commands();
+std::span<const Command> owner_commands();
+std::span<const Command> dbwin_commands();
 std::span<const Command> watch_commands();
 std::span<const Command> script_commands();
+std::span<const Command> life_commands();
 std::span<const Command> fault_commands();
 std::span<const Command> journal_commands();
 
@@ -88,6 +100,21 @@ u32 number_argument(const std::string &text, u32 lowest, u32 highest, std::strin
 host::Bytes bytes_argument(const std::string &text, std::string_view what);
 // A PTP by its ID or by FRAME/SLOT/PORT, which is looked up on the active side.
 u16 ptp_argument(Console &console, const std::string &text);
+// FRAME/SLOT/PORT.
+struct Place {
+  u16 frame = 0;
+  u8 slot = 0;
+  u8 port = 0;
+};
+Place place_argument(const std::string &text);
+// A port type by its value or by the name that the chassis gives it.
+u16 type_argument(Console &console, const std::string &text);
+// A board by its index or by FRAME/SLOT; it need not be there.
+u16 board_argument(Console &console, const std::string &text);
+// FRAME/SLOT/PORT/ONT.
+PmFspOntid object_argument(const std::string &text);
+// The arguments from `first` on as one text, as they were written but for the number of blanks.
+std::string text_argument(const Arguments &arguments, std::size_t first);
 
 // "PM_ERR_PTP_NOT_EXIST (0x6908ad)", "ok", or the number alone.
 std::string result_text(u32 code);

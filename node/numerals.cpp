@@ -39,6 +39,15 @@ std::optional<host::Bytes> bytes_of_hex(std::string_view text) {
   return bytes;
 }
 
+std::string hex_of_bytes(host::ByteView bytes) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  std::string text;
+  for (const u8 byte : bytes) {
+    text += {kDigits[byte >> 4], kDigits[byte & 0xF]};
+  }
+  return text;
+}
+
 std::string hex(u32 value) {
   char digits[8];
   char *end = std::to_chars(std::begin(digits), std::end(digits), value, 16).ptr;

@@ -15,6 +15,8 @@ std::optional<u32> number_of(std::string_view text);
 // Pairs of hexadecimal digits.
 std::optional<host::Bytes> bytes_of_hex(std::string_view text);
 
+std::string hex_of_bytes(host::ByteView bytes);
+
 // "0x360011"
 std::string hex(u32 value);
 

@@ -10,6 +10,11 @@
  *                    (PM_LibRegPtpClassFunc)
  *  pfnEventRegister  the first dynamic record of an instance has arrived
  *
+ * The words of the two mapping hooks are a matter between product and caller. The console's
+ * commands give pfnGetCoIndexByFspOntid the ONTs (PmFspOntid *), their number, and u32 pointers to
+ * where co-indexes, co-types and the number of translated ONTs go; pfnGetFspOntidByCoIndex a
+ * co-index, a co-type and where the ONT goes.
+ *
  * Every hook runs with its instance current and may be called for several instances of the process.
  * With several products, each one's hook is called in the order in which they were loaded, and the
  * first failure is the answer.
