@@ -41,6 +41,7 @@ struct Events : test::LivePm {
     up();
     put(ptp, test::port_record(0, 1, ptp_type));
   }
+  PmGlobalData &data() { return *static_cast<PmGlobalData *>(instance->record.pLocalData); }
   void book_each(u16 prim_type, u16 type, const std::vector<PmBookFunc> &functions) {
     for (const PmBookFunc function : functions) {
       EXPECT_EQ(book(prim_type, type, function), PM_OK);
@@ -122,7 +123,7 @@ TEST_F(Events, WithoutATableNothingIsBookedOrDelivered) {
          {PM_ERR_MALLOC, 14, 7, pm::word(a), PM_ERR_PARA},
          {"\r\n PM_LibMallocBookInit malloc memory fail.",
           "PM_LibBookAddBookFunc fail, usPrimType = 14, Type = 7, BookFunc = " + shown(a)});
-  pm::current_data()->pstBookTable = nullptr;
+  data().pstBookTable = nullptr;
   expect({deliver(15, absent, nullptr), book(14, 7, a), unbook(14, 7, a)},
          {1, PM_ERR_PARA, PM_ERR_PARA}, {15, PM_ERR_PARA, PM_ERR_PARA});
   scope.emplace(node);
@@ -205,7 +206,7 @@ TEST_F(Events, ADeliverySurvivesChangesOfItsListByTheFunctionsItCalls) {
                                                                           {'A', [&] { return off(b), on(b); }, "ACB"},
                                                                           {'C', [&] { return book(6, any_type, a); }, "ABCA"}};
   for (const auto &[who, change, expected] : changes) {
-    pm::current_data()->pstBookTable->apstHead[6] = nullptr;
+    data().pstBookTable->apstHead[6] = nullptr;
     book_each(6, ptp_type, {a, b, c});
     bool done = false;
     behaviour = {{who, [&](void *) { return std::exchange(done, true) ? PM_OK : change(); }}};
@@ -312,11 +313,11 @@ TEST_F(Notifications, FailuresAreRecordedAndAFailedConfigurationIsUndone) {
 TEST_F(Notifications, ExistenceIsRaisedByTheStateOfTheBatch) {
   PtpDynPubData old = test::port_record(0, 1, ptp_type);
   for (u32 i = 0; i < 8; ++i) {
-    const bool finished = (i & 4) != 0, existed = (i & 2) != 0, exists = (i & 1) != 0;
+    const u8 finished = (i & 4) != 0, existed = (i & 2) != 0, exists = (i & 1) != 0;
     const bool gone = finished && existed && !exists;
-    (*pm::current_data()->pstPtpDynPubData)[ptp].ucExist = exists ? 1 : 0;
-    old.ucExist = existed ? 1 : 0;
-    node.ddm.forced_batch_state = finished ? u8{2} : u8{0};
+    EXPECT_EQ(PM_LibSetDynPubDataAttr(ptp, PM_DYN_ATTR_EXIST, &exists), PM_OK);
+    old.ucExist = existed;
+    node.ddm.forced_batch_state = finished != 0 ? u8{2} : u8{0};
     PM_LibEventPrimNotify(ptp, &old);
     expect(0, 0, gone ? Values{absent_code, ptp, absent_code} : Values{});
     EXPECT_EQ(called(), exists && !(finished && existed) ? "A" : "");

@@ -17,9 +17,8 @@ struct Start : test::LivePm {
   PmProductMngt hooks{};
   u32 enroll() { return PM_LibRegProductMngtFuncProc(&hooks); }
   u32 enroll_own() { return PM_LibRegInstProductMngtFuncProc(&hooks); }
-  static u32 error_switch() {
-    return pm::load<u32>(&pm::current_data()->astDbgSwitch[PM_SWITCH_ERROR]);
-  }
+  PmGlobalData &data() { return *static_cast<PmGlobalData *>(instance->record.pLocalData); }
+  u32 error_switch() { return data().astDbgSwitch[PM_SWITCH_ERROR].ulValue; }
 };
 
 TEST_F(Start, TheFidStartUpRegistersTheLibraryAndTheSubLinesOfTheProduct) {
@@ -70,7 +69,7 @@ TEST_F(Start, EachPhaseDoesItsWorkAndThenCallsTheHook) {
   answer = 7;
   expect({PM_LibPidInitProc(2), PM_LibPidInitProc(9)}, {7, 7}, {2, 7, 9, 7},
          {entered("2"), entered("9")});
-  EXPECT_NE(pm::current_data()->astDbwinCmd[0].pfnHandler, nullptr);
+  EXPECT_TRUE(data().astDbwinCmd[0].pfnHandler != nullptr);
   node.faults.fail_nth(Fn::SYN_LibRegisterModuleDataSynInfo, 1, failed);
   expect({PM_LibPidInitProc(8), PM_LibPidInitProc(8)}, {failed, 7}, {failed, failed, 8, 7},
          {entered("8"), entered("8")});
