@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "node/console.hpp"
+#include "node/numerals.hpp"
 
 namespace node {
 namespace {
@@ -138,9 +139,11 @@ void add_functions(Answer &answer, const Node &node) {
       if (rule.fail_first == 0 && rule.delay_first == 0) {
         continue;
       }
+      const u32 answer_of_fault = rule.answer.value_or(info.fault);
       rows.add(Hex{side->cid}, info.name, faults.calls(info.fn),
-               calls_text(rule.fail_first, rule.fail_last), Hex{rule.answer.value_or(info.fault)},
-               rule.hits, calls_text(rule.delay_first, rule.delay_last), rule.delay_ticks);
+               calls_text(rule.fail_first, rule.fail_last),
+               rule.fail_first == 0 ? std::string("-") : hex(answer_of_fault), rule.hits,
+               calls_text(rule.delay_first, rule.delay_last), rule.delay_ticks);
     }
   }
 }

@@ -239,6 +239,30 @@ u32 Node::publish_spec(u32 identifier, host::ByteView payload) {
   return 0;
 }
 
+void Node::lay(u32 class_id, u32 key, host::ByteView data) {
+  for (const auto &side : sides_) {
+    if (class_id != PM_CLASS_STATIC || side.get() == &active()) {
+      side->host.ddm.preset(class_id, key, data);
+    }
+  }
+}
+
+void Node::take_out(u32 class_id, u32 key) {
+  for (const auto &side : sides_) {
+    side->host.ddm.remove(class_id, key);
+  }
+}
+
+void Node::repeat_batches() {
+  // Every board has its own batches: nothing is to be handed over.
+  mirroring_ = false;
+  for (const auto &side : sides_) {
+    side->host.ddm.restart_batches(side->cid);
+  }
+  settle();
+  mirroring_ = has_standby();
+}
+
 u32 Node::raise(u16 primitive, u16 ptp) {
   PmPrimMsg message{};
   message.usPrimaryWord = primitive;

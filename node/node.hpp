@@ -77,6 +77,7 @@ class Node {
   void start(const StartReport &report = {});
 
   const Chassis &chassis() const { return chassis_; }
+  Chassis &chassis() { return chassis_; }
   const std::vector<Product> &products() const { return products_; }
   // The active board's side first, as the chassis names them, whatever their roles are now.
   const std::vector<std::unique_ptr<Side>> &sides() const { return sides_; }
@@ -90,6 +91,11 @@ class Node {
   // active side's code.
   u32 publish(u32 class_id, const host::Bytes &key, host::ByteView data);
   u32 publish_spec(u32 identifier, host::ByteView payload);
+  // Puts a record where publish() would, or takes it out, without delivery to anybody.
+  void lay(u32 class_id, u32 key, host::ByteView data);
+  void take_out(u32 class_id, u32 key);
+  // Every instance takes all its batches anew, as after a restart of its subscriptions.
+  void repeat_batches();
   // A primitive of a PTP, as a message to the active instance.
   u32 raise(u16 primitive, u16 ptp);
   // The same as a distributed notification to every board.
