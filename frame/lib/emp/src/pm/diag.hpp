@@ -44,8 +44,16 @@ template <typename... Values>
 template <typename... Values>
 [[nodiscard, gnu::cold, gnu::noinline]] u32 fail(const char *name, u32 line, u32 code,
                                                  Values... values) {
-  record(name, line, values...);
+  if constexpr (sizeof...(values) == 0) {
+    record(name, line, code);
+  } else {
+    record(name, line, values...);
+  }
   return code;
+}
+
+[[nodiscard]] inline u32 pass_up(const char *name, u32 line, u32 ret) {
+  return ret == PM_OK ? PM_OK : fail(name, line, ret);
 }
 
 // A word as the traces print it with %u or %x: pointers by their low 32 bits.
@@ -83,8 +91,12 @@ inline void set_print_position(const char *name, u32 line) {
 // Records values at this place, one record each, in order.
 #define RECORD(...) pm::record(pm_source.name, PM_LINE, __VA_ARGS__)
 
-// Records values at this place and yields the code: return FAIL(code, value, ...);
-#define FAIL(code, ...) pm::fail(pm_source.name, PM_LINE, (code), __VA_ARGS__)
+// Records values at this place and yields the code: return FAIL(code, value, ...); without values
+// the code itself is recorded.
+#define FAIL(...) pm::fail(pm_source.name, PM_LINE, __VA_ARGS__)
+
+// Yields a result; one that is no success is recorded at this place.
+#define PASS_UP(ret) pm::pass_up(pm_source.name, PM_LINE, (ret))
 
 // Prints a line if the trace switch is on.
 #define TRACE(switch_no, ...) PM_LibDotPrintf(0, (switch_no), __VA_ARGS__)

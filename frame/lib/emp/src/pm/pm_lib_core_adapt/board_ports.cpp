@@ -49,7 +49,7 @@ TypedPorts count_typed_ports(u16 board, u8 first_port, u8 end_port) {
 
 u32 PM_LibGetHardwarePortNum(u16 usBIndex, u8 *pucOutPortNum, u8 *pucInnerPortNum, u8 *pucSumNum) {
   if (pucOutPortNum == nullptr || pucInnerPortNum == nullptr || pucSumNum == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   u16 inner_num = 0;
   u32 ret = read_port_count(usBIndex, board_attr_inner_ports, &inner_num);

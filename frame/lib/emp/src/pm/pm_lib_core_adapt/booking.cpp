@@ -71,7 +71,7 @@ PmBookNode *unlink_booking(PmGlobalData *data, u16 prim_type, const PmBookRecord
 u32 PM_LibMallocBookInit(void) {
   PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   void *table = ALLOCATE(ZEL_kvtStaticMemPtGet(), sizeof(PmBookTable));
   if (table == nullptr) {
@@ -98,7 +98,7 @@ u32 PM_LibBookAddBookFunc(u16 usPrimType, const PmBookRecord *pstRecord) {
   }
   PmGlobalData *data = pm::current_data();
   if (data == nullptr || data->pstBookTable == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   void *block = ALLOCATE(ZEL_kvtDynamicMemPtGet(), sizeof(PmBookNode));
   if (block == nullptr) {
@@ -150,7 +150,7 @@ u32 PM_LibBookDelBookFunc(u16 usPrimType, const PmBookRecord *pstRecord) {
   }
   PmGlobalData *data = pm::current_data();
   if (data == nullptr || data->pstBookTable == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (data->pstBookTable->apstHead[usPrimType] == nullptr) {
     RECORD(PM_ERR_PARA);

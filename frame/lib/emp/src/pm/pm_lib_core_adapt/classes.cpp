@@ -38,15 +38,13 @@ u32 select_type(u32 value, u16 ptp_id, u16 *ptp_type) {
 
 u32 PM_LibRegCapClassMngt(void) {
   const PmClassMngtReg registration = class_registration(capability_class_value);
-  const u32 ret = CAP_LibRegCapMngtProc(PM_OBJECT_CLASS, &registration);
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(CAP_LibRegCapMngtProc(PM_OBJECT_CLASS, &registration));
 }
 
 u32 PM_LibRegAttrClassMngt(void) {
   const auto class_value = static_cast<u16>(PM_LibGetPmSpec(PM_SPEC_INDEX_ATTR_CLASS));
   const PmClassMngtReg registration = class_registration(class_value);
-  const u32 ret = ATTR_LibRegClassMngtProc(PM_OBJECT_CLASS, &registration);
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(ATTR_LibRegClassMngtProc(PM_OBJECT_CLASS, &registration));
 }
 
 u32 PM_LibGetPtpCapability(u16 usPtpID, u32 ulCapability) {
@@ -80,17 +78,17 @@ u32 PM_LibGetPtpCapType(u32 ulValue, u16 usPtpID, u16 *pusCapType) {
   u16 ptp_type = 0;
   u32 ret = select_type(ulValue, usPtpID, &ptp_type);
   if (ret != PM_OK) {
-    return FAIL(ret, ret);
+    return FAIL(ret);
   }
   u16 suffix = 0;
   ret = PM_LibGetLogicPtpType(ptp_type, &suffix);
   if (ret != PM_OK) {
-    return FAIL(ret, ret);
+    return FAIL(ret);
   }
   PmSubInnerSubInfo *info = nullptr;
   ret = PM_LibGetSubInfoFromSuffix(suffix, &info);
   if (ret != PM_OK) {
-    return FAIL(ret, ret);
+    return FAIL(ret);
   }
   *pusCapType = info->usCapType;
   return PM_OK;

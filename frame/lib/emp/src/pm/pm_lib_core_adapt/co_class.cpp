@@ -9,7 +9,7 @@ PM_SOURCE(pm_lib_core_adapt, 24);
 
 u32 PM_LibGetPtpCoClass(u16 usPtpType, u16 *pusCoClass) {
   if (pusCoClass == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   PmSubInnerSubInfo *info = nullptr;
   PmSubCallBackEntry *callback = nullptr;
@@ -49,18 +49,18 @@ u32 PM_LibGetCoIndexAndCotypeByFspOntid(PmWord ulWord1, PmWord ulWord2, PmWord u
   }
   const auto hook = g_stPmProductMngt.pfnGetCoIndexByFspOntid;
   if (hook == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   return hook(ulWord1, ulWord2, ulWord3, ulWord4, ulWord5);
 }
 
 u32 PM_LibGetFspOntidByCoIndexAndCotype(PmWord ulWord1, PmWord ulWord2, PmWord ulWord3) {
   if (ulWord3 == 0) {
-    return FAIL(PM_ERR_DATA_INVALID, PM_ERR_DATA_INVALID);
+    return FAIL(PM_ERR_DATA_INVALID);
   }
   const auto hook = g_stPmProductMngt.pfnGetFspOntidByCoIndex;
   if (hook == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   return hook(ulWord1, ulWord2, ulWord3);
 }

@@ -32,7 +32,7 @@ u32 read_record(u16 ptp_id, PtpStaticData *record) {
   if (ret != PM_OK) {
     TRACE(PM_SWITCH_FUNCTION, "PM_LibStaticDataGetDataFromPTP fail, ulRet = 0x%x, usPtpID = %u",
           ret, ptp_id);
-    return FAIL(ret, ret);
+    return FAIL(ret);
   }
   return PM_OK;
 }
@@ -91,7 +91,7 @@ u32 PM_LibGetPtpFromDesc(const char *pcDesc, u16 *pusPtpID) {
     const u32 ret = PM_LibStaticDataGetDataFromPTP(static_cast<u16>(ptp_id), &record);
     if (ret != PM_OK) {
       TRACE(PM_SWITCH_FUNCTION, "PM_LibStaticDataGetDataFromPTP fail, ulRet = 0x%x", ret);
-      return FAIL(ret, ret);
+      return FAIL(ret);
     }
     if (KVT_StrNCmp(record.szDescription, pcDesc, desc_len) == 0) {
       const u16 found = record.usPtpID;

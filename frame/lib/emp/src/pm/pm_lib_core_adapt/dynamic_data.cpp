@@ -56,7 +56,7 @@ bool pm::dynamic_slot_exists(const PmGlobalData *data, u16 ptp_id) {
 u32 PM_LibMallocForDynCB(void) {
   PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const u32 record_num = PM_LibGetMaxPtpID() + 1U;
   if (data->pstPtpDynPubData == nullptr) {

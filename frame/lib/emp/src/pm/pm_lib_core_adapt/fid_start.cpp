@@ -44,12 +44,12 @@ u32 PM_LibFidInitProcForMC(void) {
   u32 ret = PM_LibPltZelCfg();
   if (ret != PM_OK) {
     KVT_Printf("\r\n PM_LibFidInitProcForMC-->PM_ZelCfg fail, ulRet = 0x%x", ret);
-    return FAIL(ret, ret);
+    return FAIL(ret);
   }
   ret = PM_LibCfgRegSubLinePid();
   if (ret != PM_OK) {
     KVT_Printf("\r\n PM_LibFidInitProcForMC-->PM_LibCfgRegSubLinePid fail, ulRet = 0x%x", ret);
-    return FAIL(ret, ret);
+    return FAIL(ret);
   }
   PM_LibInitPMDbgSwitches();
   return PM_OK;

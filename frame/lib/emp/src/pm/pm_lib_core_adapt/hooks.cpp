@@ -27,12 +27,12 @@ u32 PM_LibRegProductMngtFuncProc(const PmProductMngt *pstProductMngt) {
 u32 PM_LibRegInstProductMngtFuncProc(const PmProductMngt *pstProductMngt) {
   PmGlobalData *data = pm::current_data();
   if (pstProductMngt == nullptr || data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (data->pstInstProductMngt == nullptr) {
     void *table = ALLOCATE(ZEL_kvtBlockMemPtGet(), sizeof(PmProductMngt));
     if (table == nullptr) {
-      return FAIL(PM_ERR_MALLOC, PM_ERR_MALLOC);
+      return FAIL(PM_ERR_MALLOC);
     }
     data->pstInstProductMngt = static_cast<PmProductMngt *>(table);
   }
@@ -47,7 +47,7 @@ u32 PM_LibPltZelCfg(void) {
 u32 PM_LibPltEventRegister(void) {
   const PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const auto process_hook = g_stPmProductMngt.pfnEventRegister;
   if (process_hook != nullptr) {
@@ -61,7 +61,7 @@ u32 PM_LibPltEventRegister(void) {
   if (table != nullptr && table->pfnEventRegister != nullptr) {
     const u32 ret = table->pfnEventRegister();
     if (ret != PM_OK) {
-      return FAIL(ret, ret);
+      return FAIL(ret);
     }
   }
   return PM_OK;
@@ -69,15 +69,15 @@ u32 PM_LibPltEventRegister(void) {
 
 u32 PM_LibPltOperCheckRegister(PmWord ulWord1, PmWord ulWord2) {
   const auto hook = g_stPmProductMngt.pfnOperCheckRegister;
-  return hook == nullptr ? FAIL(PM_ERR_PARA, PM_ERR_PARA) : hook(ulWord1, ulWord2);
+  return hook == nullptr ? FAIL(PM_ERR_PARA) : hook(ulWord1, ulWord2);
 }
 
 u32 PM_LibPltRegisterPtpCapAttrInitFunc(PmWord ulWord1, PmWord ulWord2) {
   const auto hook = g_stPmProductMngt.pfnRegisterPtpCapAttrInitFunc;
-  return hook == nullptr ? FAIL(PM_ERR_PARA, PM_ERR_PARA) : hook(ulWord1, ulWord2);
+  return hook == nullptr ? FAIL(PM_ERR_PARA) : hook(ulWord1, ulWord2);
 }
 
 u32 PM_LibPltSetInstanceDynAttributeDefaultValue(PmWord ulWord1, PmWord ulWord2) {
   const auto hook = g_stPmProductMngt.pfnSetInstanceDynAttributeDefaultValue;
-  return hook == nullptr ? FAIL(PM_ERR_PARA, PM_ERR_PARA) : hook(ulWord1, ulWord2);
+  return hook == nullptr ? FAIL(PM_ERR_PARA) : hook(ulWord1, ulWord2);
 }

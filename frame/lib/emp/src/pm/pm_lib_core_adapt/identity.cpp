@@ -28,7 +28,7 @@ PmGetPhyIndexFunc class_function(u8 ptp_class) {
 u32 PM_LibRegPtpClassFunc(u8 ucPtpClass, const PmPtpClassFunc *pstClassFunc) {
   if (pstClassFunc == nullptr) {
     TRACE(PM_SWITCH_FUNCTION, "PM_LibRegPtpClassFunc para  error,null pointer pstClassFunc");
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (ucPtpClass >= PM_PTP_CLASS_NUM) {
     TRACE(PM_SWITCH_FUNCTION, "PM_LibRegPtpClassFunc ucPtpClass error, ucPtpClass = %d",
@@ -37,7 +37,7 @@ u32 PM_LibRegPtpClassFunc(u8 ucPtpClass, const PmPtpClassFunc *pstClassFunc) {
   }
   PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   constexpr size_t size = sizeof(PmPtpClassFunc);
   (void)memcpy_s(&data->astPtpClassFunc[ucPtpClass], size, pstClassFunc, size);
@@ -145,13 +145,13 @@ u32 PM_LibGetFSPFromPtp(u16 usPtpID, u16 *pusFrameID, u8 *pucSlotID, u8 *pucPort
   u8 port = 0;
   u32 ret = PM_LibGetPhyIndexFromPTP(usPtpID, &board, &port);
   if (ret != PM_OK) {
-    return FAIL(ret, ret);
+    return FAIL(ret);
   }
   u16 frame = 0;
   u8 slot = 0;
   ret = DEV_LibGetFrameIDSlotIDFromBIndex(board, &frame, &slot);
   if (ret != PM_OK) {
-    return FAIL(ret, ret);
+    return FAIL(ret);
   }
   *pusFrameID = frame;
   *pucSlotID = slot;

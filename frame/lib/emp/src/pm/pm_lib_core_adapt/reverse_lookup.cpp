@@ -71,7 +71,7 @@ Handle cache_table(PmGlobalData *data) {
 u32 add_to_cache(Handle table, const PmPhyIndexKey &key, u16 ptp_id) {
   void *block = ALLOCATE(ZEL_kvtBlockMemPtGet(), sizeof(PmPhyIndexNode));
   if (block == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   auto *node = static_cast<PmPhyIndexNode *>(block);
   node->stKey = key;
@@ -149,14 +149,14 @@ u32 PM_LibGetPtpFromPhyIndexEx(u8 ucPtpClass, u16 usIndex1, u16 usIndex2, u16 *p
     return FAIL(PM_ERR_PARA, ucPtpClass, usIndex1, usIndex2);
   }
   if (ucPtpClass >= PM_PTP_CLASS_NUM) {
-    return FAIL(PM_ERR_DATA_INVALID, PM_ERR_DATA_INVALID);
+    return FAIL(PM_ERR_DATA_INVALID);
   }
   return PM_LibGetPtpFromPhyIndexOnSrv(ucPtpClass, usIndex1, usIndex2, pusPtpID);
 }
 
 u32 PM_LibGetPtpFromFSP(u16 usFrameID, u8 ucSlotID, u8 ucPortID, u16 *pusPtpID) {
   if (pusPtpID == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   u16 board = 0;
   u32 ret = DEV_LibGetBIndexFromFrameIDSlotID(usFrameID, ucSlotID, &board);
@@ -173,7 +173,7 @@ u32 PM_LibGetPtpFromFSP(u16 usFrameID, u8 ucSlotID, u8 ucPortID, u16 *pusPtpID) 
 
 u32 Pm_Lib_CmpFromPhyInfo(const void *pKey, const void *pNode) {
   if (pKey == nullptr || pNode == nullptr) {
-    return FAIL(not_equal, not_equal);
+    return FAIL(not_equal);
   }
   const auto *key = static_cast<const PmPhyIndexKey *>(pKey);
   const auto *node = static_cast<const PmPhyIndexNode *>(pNode);

@@ -11,7 +11,7 @@ PM_SOURCE(pm_lib_core_adapt, 31);
 u32 PM_LibMallocForSubAttrCB(void) {
   PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (data->pstSubAttrCB != nullptr) {
     return PM_OK;
@@ -29,7 +29,7 @@ u32 PM_LibMallocForSubAttrCB(void) {
 u32 PM_LibMallocSubAttrGlobalVar(void) {
   PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (data->pstSubAttrCB == nullptr) {
     return PM_ERR_SIZE_ZERO;
@@ -48,14 +48,13 @@ u32 PM_LibMallocSubAttrGlobalVar(void) {
     data->usSubInfoNum = num;
     data->pstSubAttrCB->pstSubInnerSubInfo = static_cast<PmSubInnerSubInfo *>(infos);
   }
-  const u32 ret = PM_LibMallocSubCallBack();
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(PM_LibMallocSubCallBack());
 }
 
 u32 PM_LibMallocSubCallBack(void) {
   PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (data->pstSubCallBack != nullptr) {
     return PM_OK;
@@ -77,7 +76,7 @@ u32 PM_LibMallocSubCallBack(void) {
 u32 PM_LibSubAttrInit(void) {
   PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   PmSubCallBackEntry *table = data->pstSubCallBack;
   const u32 num = pm::sub_callback_num(data);
@@ -92,7 +91,7 @@ u32 PM_LibSubAttrInit(void) {
 u32 PM_LibPtpTypeNumInit(void) {
   PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (data->pstSubAttrCB != nullptr) {
     data->pstSubAttrCB->usPtpTypeNum = data->usPtpTypeNum;
@@ -103,7 +102,7 @@ u32 PM_LibPtpTypeNumInit(void) {
 u32 PM_LibCfgReleaseMem(void) {
   PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const u32 num = pm::ptp_type_num(data);
   for (u32 i = 0; i < num; ++i) {
@@ -124,7 +123,7 @@ u32 PM_LibCfgReleaseMem(void) {
 u32 PM_LibPtpNumSpecInit(void) {
   PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (PM_LibMallocForSubAttrCB() != PM_OK) {
     return FAIL(PM_ERR_MEM_OPER, PM_ERR_PARA);
@@ -135,8 +134,7 @@ u32 PM_LibPtpNumSpecInit(void) {
 }
 
 u32 PM_LibSubInnerSubInfoInit(void) {
-  const u32 ret = PM_LibSubAttrInit();
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(PM_LibSubAttrInit());
 }
 
 u16 PM_LibGetPtpMaxTypeValue(void) {

@@ -12,7 +12,7 @@ u32 PM_LibGetSubAttrFromPTP(u16 usPtpID, PmSubAttr *pstAttr) {
   if (ret != PM_OK) {
     TRACE(PM_SWITCH_FUNCTION, "PM_GetSubFuncFromPTP fail, ulRet = 0x%x, usPtpID = %u", ret,
           usPtpID);
-    return FAIL(ret, ret);
+    return FAIL(ret);
   }
   if (functions.pfnGetAttr == nullptr) {
     TRACE(PM_SWITCH_FUNCTION, "PM_GetSubAttrFromPTP fail, pfnGetAttr is null");

@@ -49,7 +49,7 @@ u32 PM_LibCfgIsInputValid(const PmSubLineInfo *pstSubLineInfo) {
   }
   const PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const PmSubLineInfo &info = *pstSubLineInfo;
   const u32 num = data->usPtpTypeNum;
@@ -74,7 +74,7 @@ u32 PM_LibCfgIsInputValid(const PmSubLineInfo *pstSubLineInfo) {
 
 u32 PM_LibCfgAddSubInfoNode(const PmSubLineInfo *pstSubLineInfo) {
   if (pstSubLineInfo == nullptr || pm::current_data() == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   constexpr u32 size = sizeof(PmSubInfoNode);
   auto *node = static_cast<PmSubInfoNode *>(ALLOCATE(ZEL_kvtDynamicMemPtGet(), size));
@@ -93,7 +93,7 @@ u32 PM_LibCfgAddSubInfoNodeToCB(PmSubInfoNode *pstNode) {
   }
   PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   // The head alone tells whether the list is empty: its release leaves the tail and the count as
   // they were.
@@ -116,7 +116,7 @@ u32 PM_LibLibCfgGetNextSubInfoNode(PmSubInfoNode *pstCurrent, PmSubInfoNode **pp
   } else {
     const PmGlobalData *data = pm::current_data();
     if (data == nullptr) {
-      return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+      return FAIL(PM_ERR_PARA);
     }
     *ppstNext = data->pstSubInfoHead;
   }
@@ -129,7 +129,7 @@ u32 PM_LibCfgGetPtpTypeNum(u16 *pusPtpTypeNum) {
   }
   const PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   *pusPtpTypeNum = data->usPtpTypeNum;
   return PM_OK;
@@ -148,7 +148,7 @@ void PM_LibCfgVarInit(void) {
 u32 PM_LibCfgRegSubLinePid(void) {
   const PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const u32 num = data->usPtpTypeNum;
   PmSubInfoNode *node = next_node(nullptr);

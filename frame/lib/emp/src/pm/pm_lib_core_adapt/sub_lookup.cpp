@@ -26,7 +26,7 @@ u32 position_of_type(const Record *records, u32 num, u16 type) {
 u32 PM_LibGetSubInfoFromSuffix(u16 usSuffix, PmSubInnerSubInfo **ppstSubInfo) {
   const PmGlobalData *data = pm::current_data();
   if (data == nullptr || ppstSubInfo == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (usSuffix >= pm::sub_info_num(data)) {
     TRACE(PM_SWITCH_DATA, "PM_LibGetSubInfoFromSuffix fail, input suffix is invalid, usSuffix = %u",
@@ -41,7 +41,7 @@ u32 PM_LibIsPtpTypeValid(u16 usPtpType) {
   TRACE(PM_SWITCH_FUNCTION, "Enter PM_LibIsPtpTypeValid, ucPortType = %u", usPtpType);
   const PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const u32 num = pm::sub_info_num(data);
   for (u32 suffix = 0; suffix < num; ++suffix) {
@@ -61,7 +61,7 @@ u32 PM_LibIsPtpTypeValid(u16 usPtpType) {
 u32 PM_LibGetLogicPtpType(u16 usPtpType, u16 *pusSuffix) {
   const PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (pusSuffix == nullptr || usPtpType > PM_LibGetPtpMaxTypeValue()) {
     return FAIL(PM_ERR_DATA_INVALID, usPtpType);
@@ -85,7 +85,7 @@ u32 PM_LibGetSubInfo(u16 usPtpType, PmSubInnerSubInfo **ppstSubInfo,
   TRACE(PM_SWITCH_FUNCTION, "Enter PM_LibGetSubInfo, usPtpType = %u", usPtpType);
   const PmGlobalData *data = pm::current_data();
   if (data == nullptr || ppstSubInfo == nullptr || ppstCallBack == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const u32 num = pm::sub_info_num(data);
   PmSubInnerSubInfo *infos = pm::sub_infos(data);
@@ -103,7 +103,7 @@ u32 PM_LibGetSubFuncFromPtpType(u16 usPtpType, PmSubCallBackEntry **ppstCallBack
   TRACE(PM_SWITCH_FUNCTION, "Enter PM_LibGetSubFuncFromPtpType, usPtpType = %u", usPtpType);
   const PmGlobalData *data = pm::current_data();
   if (data == nullptr || ppstCallBack == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const u32 num = pm::sub_callback_num(data);
   PmSubCallBackEntry *table = data->pstSubCallBack;
@@ -119,7 +119,7 @@ u32 PM_LibGetSubFuncFromPtpType(u16 usPtpType, PmSubCallBackEntry **ppstCallBack
 u32 PM_LibGetSubFunc(u16 usPtpType, PmSubCallBack *pstCallBack) {
   TRACE(PM_SWITCH_FUNCTION, "Enter PM_LibGetSubFunc, usPtpType = %u", usPtpType);
   if (pstCallBack == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   PmSubCallBackEntry *entry = nullptr;
   const u32 ret = PM_LibGetSubFuncFromPtpType(usPtpType, &entry);

@@ -125,7 +125,7 @@ u32 PM_LibIsPtpVisible(u16 usPtpID) {
 
 u32 PM_LibGetVisiblePtpFromFSP(u16 usFrameID, u8 ucSlotID, u8 ucPortID, u16 *pusPtpID) {
   if (pusPtpID == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   u16 ptp_id = 0;
   u32 ret = PM_LibGetPtpFromFSP(usFrameID, ucSlotID, ucPortID, &ptp_id);

@@ -262,7 +262,7 @@ u32 PM_LibGetNextPtpIdByBIndex(u16 usBIndex, u16 usPtpID, u16 usPtpType, u8 ucFi
 u32 PM_LibGetNextPtpIdInBoardByPort(u16 usBIndex, u8 ucPort, u16 usPtpType, u8 ucFilter,
                                     u16 *pusNextPtpID) {
   if (pusNextPtpID == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   u8 outer_num = 0;
   u8 inner_num = 0;

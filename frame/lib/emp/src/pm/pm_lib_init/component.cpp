@@ -50,7 +50,7 @@ u32 PM_LibRegisterInfo(void) {
   info.pfnMsgProc = PM_LibMsgProcEntry;
   const u32 ret = ROOT_LibCompRegisterInfo(&info);
   (void)DDM_RegisterSpecAppInfo(PM_COMP_TYPE, PM_LibSpecUpdate);
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(ret);
 }
 
 u32 PM_LibConstructProc(u32 ulPhase, u32 ulPara, u32 ulCid, u32 /*ulReserved*/) {
@@ -67,7 +67,7 @@ u32 PM_LibConstructProc(u32 ulPhase, u32 ulPara, u32 ulCid, u32 /*ulReserved*/) 
 
 u32 PM_LibDestructProc(void *pLocalData) {
   if (pLocalData == nullptr) {
-    return FAIL(component_failed, component_failed);
+    return FAIL(component_failed);
   }
   const u32 ret = ZEL_HandleFinalize(static_cast<const PmGlobalData *>(pLocalData)->ulCompHandle);
   return ret == PM_OK ? PM_OK : FAIL(component_failed, ret);

@@ -21,7 +21,7 @@ constexpr u32 trace_level = 0x8000;
 u32 start_tables() {
   const u32 ret = PM_LibMallocInit();
   if (ret != PM_OK) {
-    return FAIL(ret, ret);
+    return FAIL(ret);
   }
   const u32 subscribed = PM_ScribeClass();
   (void)PM_LibPrimarySapiPublish();
@@ -30,8 +30,7 @@ u32 start_tables() {
 }
 
 u32 start_sync() {
-  const u32 ret = PM_LibSynRegister();
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(PM_LibSynRegister());
 }
 
 u32 own_work(u32 phase) {
@@ -70,5 +69,5 @@ u32 PM_LibMallocInit(void) {
     return ret;
   }
   ret = PM_LibMallocBookInit();
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(ret);
 }

@@ -12,8 +12,7 @@ constexpr u32 wrong_tlv_length = 1;
 constexpr u32 tlv_error_level = 0x80000000;
 
 u32 deliver(u16 prim_type, u16 ptp_id, void *para) {
-  const u32 ret = PM_LibBookCallBookedFuncs(prim_type, ptp_id, para);
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(PM_LibBookCallBookedFuncs(prim_type, ptp_id, para));
 }
 
 }  // namespace
@@ -21,7 +20,7 @@ u32 deliver(u16 prim_type, u16 ptp_id, void *para) {
 // A bare message need not be longer than its parameter: nothing behind it is read.
 u32 PM_PrimMsgProc(const PmPrimMsg *pstMsg) {
   if (pstMsg == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const u16 prim_type = pstMsg->usPrimaryWord;
   const u16 ptp_id = pstMsg->usPtpID;
@@ -48,7 +47,7 @@ u32 PM_PrimMsgProc(const PmPrimMsg *pstMsg) {
 
 u32 PM_LibPrimNotifyRtRestore(const PmDevDdmTlv *pstDevDdmTlv) {
   if (pstDevDdmTlv == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const u32 length = pstDevDdmTlv->ulLength;
   if (length != sizeof(PmPrimMsg)) {

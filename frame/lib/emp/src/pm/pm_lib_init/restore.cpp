@@ -70,7 +70,7 @@ u32 create_sub_tables() {
     return FAIL(PM_ERR_MEM_OPER, ret);
   }
   ret = PM_LibSubInnerSubInfoInit();
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(ret);
 }
 
 u32 create_dynamic_store() {
@@ -114,7 +114,7 @@ u32 PM_LibScribeRestore_SubInnerSubInfo(u32 ulClassID, u32 /*ulReserved*/, const
   }
   const PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (!pm::sub_tables_exist(data)) {
     const u32 ret = create_sub_tables();
@@ -139,7 +139,7 @@ u32 PM_LibScribeRestore_DynamicCB(u32 ulClassID, u32 /*ulReserved*/, const void 
   }
   const PmGlobalData *data = pm::current_data();
   if (data == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (pm::dynamic_records(data) == nullptr) {
     const u32 ret = create_dynamic_store();
@@ -169,7 +169,7 @@ u32 PM_LibScribeRestore_StaticDB(u32 ulClassID, u32 /*ulReserved*/, const void *
     return refuse(delivery);
   }
   if (pm::current_data() == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const auto *record = static_cast<const PtpStaticData *>(pData);
   const u16 ptp_id = record->usPtpID;
@@ -186,7 +186,7 @@ u32 PM_LibScribeRestorePrimNotify(u32 ulClassID, u32 /*ulReserved*/, const void 
                                   const void *pData, u32 ulLen) {
   if (!carries<PmPrimNotify>({ulClassID, pData, ulLen}, PM_CLASS_PRIM_NOTIFY) ||
       pm::current_data() == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const auto *notify = static_cast<const PmPrimNotify *>(pData);
   const u16 prim_type = notify->usPrimType;
@@ -207,7 +207,7 @@ u32 PM_LibScribeRestoreObjDelNum(u32 /*ulClassID*/, u32 /*ulReserved*/, const vo
     return FAIL(PM_ERR_PARA, ulLen, count_size);
   }
   if (pm::current_data() == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   (void)PM_LibSetObjectNumInDelete(pm::load<u32>(pData));
   return PM_OK;

@@ -62,7 +62,7 @@ PmStaticDBNode *PM_LibCreateStaticDBNode(u16 usPtpID) {
 
 u32 PM_LibUpdateStaticDBNode(const PtpStaticData *pstStaticData) {
   if (pstStaticData == nullptr || pm::current_data() == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const u16 ptp_id = pstStaticData->usPtpID;
   PmStaticDBNode *node = PM_LibFindStaticDBNode(ptp_id);

@@ -47,17 +47,17 @@ u32 PM_LibSynRegister(void) {
   if (ret == PM_OK) {
     ret = SYN_LibRegisterSetBitTableFun(PM_SYN_MODULE, PM_LibSynResetAllBitTable);
   }
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(ret);
 }
 
 u32 PM_LibSynExtractStaticData(u32 ulUnit, void *pBuf, u32 ulBufLen, u32 *pulOutLen) {
   if (SYN_LibIsCpuActive() == 0) {
-    return FAIL(PM_ERR_DATA_INVALID, PM_ERR_DATA_INVALID);
+    return FAIL(PM_ERR_DATA_INVALID);
   }
   // Without an instance every PTP would seem to have no static data, and the standby would delete
   // what it has.
   if (pBuf == nullptr || pulOutLen == nullptr || pm::current_data() == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   if (ulBufLen < unit_size) {
     return FAIL(PM_ERR_LEN, ulBufLen, unit_size);
@@ -86,7 +86,7 @@ u32 PM_LibSynExtractStaticData(u32 ulUnit, void *pBuf, u32 ulBufLen, u32 *pulOut
 
 u32 PM_LibSynRestoreStaticData(u32 ulUnit, const void *pRecord, u32 ulLen, u32 /*ulReserved*/) {
   if (pRecord == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const u16 max_ptp_id = PM_LibGetMaxPtpID();
   if (ulUnit > max_ptp_id) {

@@ -37,7 +37,7 @@ u32 PM_LibIsObjSupportSrvCfg(PmFspOntid *pstKey) {
   if (answer.transport != PM_OK) {
     return FAIL(PM_OK, answer.transport);
   }
-  return answer.result == PM_OK ? PM_OK : FAIL(answer.result, answer.result);
+  return PASS_UP(answer.result);
 }
 
 u32 PM_LibOperCheckCanDelPTP(u16 usPtpID) {
@@ -52,8 +52,7 @@ u32 PM_LibDelObjectCfg(PmFspOntid *pstKey, char *pcText, PmWord ulCompletion) {
     return PM_ERR_LEN_RANGE;
   }
   const u32 cid = ROOT_LibGetCurrentCID();
-  const u32 ret = pm::outcome(pm::call_owner(
+  return PASS_UP(pm::outcome(pm::call_owner(
       "PM_SapiDelObjectCfg", {pm::input(pstKey, sizeof *pstKey), pm::input(pcText, length),
-                              pm::by_value(cid), pm::by_value(ulCompletion)}));
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+                              pm::by_value(cid), pm::by_value(ulCompletion)})));
 }

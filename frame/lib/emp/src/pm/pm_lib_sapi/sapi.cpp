@@ -21,7 +21,7 @@ constexpr const char *published_services[] = {
 u32 PM_LibPrimarySapiPublish(void) {
   const PmInstance *self = ROOT_LibGetCurrentThis();
   if (self == nullptr) {
-    return FAIL(PM_ERR_PARA, PM_ERR_PARA);
+    return FAIL(PM_ERR_PARA);
   }
   const u32 cid = self->ulCid;
   for (const char *service : published_services) {
@@ -43,7 +43,6 @@ u32 PM_SapiNotifyDelObjectCfgResult(PmDelObjectCompletionFunc pfnCompletion, PmF
 }
 
 u32 PM_LibLinkEventNotify(u16 usPtpID, u8 ucEvent) {
-  const u32 ret =
-      pm::notify_owner("PM_SapiLinkEventNotify", {pm::by_value(usPtpID), pm::by_value(ucEvent)});
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(
+      pm::notify_owner("PM_SapiLinkEventNotify", {pm::by_value(usPtpID), pm::by_value(ucEvent)}));
 }

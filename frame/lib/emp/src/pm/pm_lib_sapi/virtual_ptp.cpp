@@ -34,7 +34,7 @@ u32 PM_LibAddVirtualPtp(PmVirtualPtpDesc *pstDesc, u16 *pusNewPtpID) {
       "PM_SapiAddVirtualPtp",
       {pm::input(pstDesc, sizeof *pstDesc), pm::output(pusNewPtpID, sizeof *pusNewPtpID)}));
   if (ret != PM_OK) {
-    return FAIL(ret, ret);
+    return FAIL(ret);
   }
   // The PTP exists from here on: what goes wrong locally is no failure of the creation.
   if (pstDesc == nullptr || pusNewPtpID == nullptr) {
@@ -46,12 +46,10 @@ u32 PM_LibAddVirtualPtp(PmVirtualPtpDesc *pstDesc, u16 *pusNewPtpID) {
 }
 
 u32 PM_LibDelVirtualPtp(u16 usPtpID) {
-  const u32 ret = pm::outcome(pm::call_owner("PM_SapiDelVirtualPtp", {pm::by_value(usPtpID)}));
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(pm::outcome(pm::call_owner("PM_SapiDelVirtualPtp", {pm::by_value(usPtpID)})));
 }
 
 u32 PM_LibSetDescFromPTP(u16 usPtpID, u8 *pucDesc, u32 ulLength) {
-  const u32 ret = pm::outcome(pm::call_owner(
-      "PM_SapiSetDescFromPTP", {pm::by_value(usPtpID), pm::input(pucDesc, ulLength)}));
-  return ret == PM_OK ? PM_OK : FAIL(ret, ret);
+  return PASS_UP(pm::outcome(pm::call_owner(
+      "PM_SapiSetDescFromPTP", {pm::by_value(usPtpID), pm::input(pucDesc, ulLength)})));
 }
