@@ -205,7 +205,7 @@ TEST(NodeConsole, AScriptStopsAtItsFirstErrorAndNamesTheLine) {
     const char *line;
     const char *complaint;
   } cases[] = {{"lnik up 3", "s:3: there is no command 'lnik'; expected one that 'help' lists"},
-               {"ptp", "s:3: 'ptp' has 0 arguments; expected ptp ID | FRAME/SLOT/PORT"},
+               {"ptp", "s:3: 'ptp' has 0 arguments; expected ptp ID|FRAME/SLOT/PORT [full]"},
                {"ptp 0x1FFFF", "s:3: '0x1FFFF' is no PTP ID; expected 0 to 65534"},
                {"ptp 0/1", "s:3: '0/1' is no place; expected FRAME/SLOT/PORT"},
                {"ptp 0/5/0", "s:3: no PTP at 0/5/0: PM_ERR_PTP_NOT_EXIST (0x6908ad)"},
@@ -213,6 +213,11 @@ TEST(NodeConsole, AScriptStopsAtItsFirstErrorAndNamesTheLine) {
                {"publish 0x360030 0 123",
                 "s:3: '123' is no record; expected bytes as pairs of hexadecimal digits"},
                {"vs 9", "s:3: '9' is no virtual system; expected 0 to 8"},
+               {"walk to 3", "s:3: 'to' is no filter; expected what 'help walk' tells"},
+               {"walk type lan", "s:3: 'lan' is no port type; expected 0 to 65535"},
+               {"find port 3", "s:3: 'find port' has 1 arguments; expected what 'help find' tells"},
+               {"object ask 0/1/2", "s:3: '0/1/2' is no place; expected FRAME/SLOT/PORT/ONT"},
+               {"dbwin 1 on", "s:3: 'on' is no number; expected 0 to 4294967295"},
                {"feed /none", "s:3: /none: cannot be opened; expected a feed"}};
   for (const auto &[line, complaint] : cases) {
     std::istringstream script("# a comment\nspec\n" + std::string(line) + "\nlink up 3\n");
