@@ -5,8 +5,6 @@
 namespace node {
 namespace {
 
-constexpr std::size_t kDifferencesListed = 10;
-
 // Through the owner, which sends it on to every instance.
 u32 link_event(Node &node, u16 primitive, u16 ptp) {
   u32 code = PM_OK;
@@ -64,45 +62,6 @@ Answer run_feed(Console &console, const Arguments &arguments) {
   }
 }
 
-void need_standby(Node &node) {
-  if (!node.has_standby()) {
-    throw CommandError("the node has no standby; expected 'standby' in [node] of the chassis");
-  }
-}
-
-Answer run_sync(Console &console, const Arguments &) {
-  Node &node = console.node();
-  need_standby(node);
-  Answer answer;
-  const std::size_t shipped = node.synchronise();
-  const std::vector<host::SyncDifference> differing = node.compare();
-  answer.field("units_shipped_now", shipped)
-      .field("units_shipped_ever", node.sides().front()->host.syn.shipped())
-      .field("units_compared", PM_LibGetMaxPtpID() + 1)
-      .field("bytes_each", sizeof(PmSynRecord))
-      .field("differing", differing.size())
-      .field("static_data", differing.empty() ? "identical" : "different");
-  if (!differing.empty()) {
-    Rows &rows = answer.rows("first_differences", {"module", "unit"});
-    for (const host::SyncDifference &difference : differing) {
-      if (rows.rows.size() == kDifferencesListed) {
-        break;
-      }
-      rows.add(difference.module, difference.unit);
-    }
-  }
-  return answer;
-}
-
-Answer run_failover(Console &console, const Arguments &) {
-  Node &node = console.node();
-  need_standby(node);
-  if (!node.failover()) {
-    throw CommandError("the sides do not change: the standby is detached");
-  }
-  return Answer().field("active_instance", Hex{node.active().cid});
-}
-
 constexpr Command kCommands[] = {
     {"link", "up|down ID|FRAME/SLOT/PORT [notify|owner]", "a port's link comes up or goes down",
      "  Delivered to the active instance as a primitive message; with 'notify' to every instance\n"
@@ -114,10 +73,8 @@ constexpr Command kCommands[] = {
      "  CLASS and KEY are numbers, DATA the record's bytes in hexadecimal digits. Every board "
      "gets\n  the record, a static record (0x360030) the active one only.",
      3, 3, run_publish},
-    {"feed", "FILE", "apply a file of records and messages", "  See docs/feed.md.", 1, 1, run_feed},
-    {"sync", "", "ship changed units to the standby and compare both sides byte for byte", "", 0, 0,
-     run_sync},
-    {"failover", "", "the standby takes over the active role", "", 0, 0, run_failover}};
+    {"feed", "FILE", "apply a file of records and messages", "  See docs/feed.md.", 1, 1,
+     run_feed}};
 
 }  // namespace
 

@@ -92,6 +92,7 @@ std::span<const Command> dbwin_commands();
 std::span<const Command> watch_commands();
 std::span<const Command> script_commands();
 std::span<const Command> life_commands();
+std::span<const Command> standby_commands();
 std::span<const Command> fault_commands();
 std::span<const Command> journal_commands();
 
