@@ -27,9 +27,9 @@ TEST(SourcePlaces, LeadBackToOneStatement) {
           << entry.path();
       continue;
     }
-    EXPECT_EQ(match[1], entry.path().parent_path().filename()) << entry.path();
+    EXPECT_EQ(match[1].str(), entry.path().parent_path().filename().string()) << entry.path();
     EXPECT_LT(std::count(text.begin(), text.end(), '\n'), 1000) << entry.path();
-    const auto [owner, is_new] = owners.emplace(match[0], entry.path());
+    const auto [owner, is_new] = owners.emplace(match[0].str(), entry.path());
     EXPECT_TRUE(is_new) << entry.path() << " has the line base of " << owner->second;
   }
   EXPECT_GT(owners.size(), 20U);
