@@ -1,5 +1,4 @@
 // The trace switches and the conditional printer.
-#include "global_data.hpp"
 #include "live_pm.hpp"
 
 namespace {
@@ -14,7 +13,8 @@ TEST_F(Trace, ALineIsPrintedWhenTheHostAndItsSwitchAllowItAndCutToItsLength) {
   up();
   for (u32 on = 0; on < PM_SWITCH_NUM; ++on) {
     PM_LibInitPMDbgSwitches();
-    pm::current_data()->astDbgSwitch[on].ulValue = 0x10000;
+    PM_LibDbgSwitchControl(1, 1, on, 2);
+    settle();
     for (u32 asked = 0; asked < PM_SWITCH_NUM; ++asked) {
       prints(0x6C7FFFF, asked, asked == on);
       prints(0x6C80000, asked, true);
