@@ -70,7 +70,7 @@ PM_API u32 PM_LibMallocForDynCB(void);
  * @param[in]  ulSelector  field, PM_DYN_ATTR_...; any other value is recorded and copies nothing
  * @param[out] pValue      receives the field, as wide as the field
  * @retval 0                     the PTP exists
- * @retval PM_ERR_PARA           pValue is null or the store does not exist yet
+ * @retval PM_ERR_PARA           pValue is null, the store does not exist yet, or no current instance
  * @retval PM_ERR_PTPID_RANGE    usPtpID is above the maximum or beyond the store
  * @retval PM_ERR_PTP_NOT_EXIST  the slot is empty; the slot's value has been copied all the same
  */
@@ -83,7 +83,7 @@ PM_API u32 PM_LibGetDynPubDataAttr(u16 usPtpID, u32 ulSelector, void *pValue);
  * @param ulSelector  field, PM_DYN_ATTR_... 0 to 7; any other value is recorded and writes nothing
  * @param pValue      the value, as wide as the field
  * @retval 0                   written, or the selector is above 7
- * @retval PM_ERR_PARA         pValue is null or the store does not exist yet
+ * @retval PM_ERR_PARA         pValue is null, the store does not exist yet, or no current instance
  * @retval PM_ERR_PTPID_RANGE  usPtpID is above the maximum or beyond the store
  */
 PM_API u32 PM_LibSetDynPubDataAttr(u16 usPtpID, u32 ulSelector, const void *pValue);
@@ -94,7 +94,8 @@ PM_API u32 PM_LibSetDynPubDataAttr(u16 usPtpID, u32 ulSelector, const void *pVal
  * @param[in]  usPtpID           PTP ID, 0 to the maximum PTP ID
  * @param[out] pstPtpDynPubData  receives the 19 bytes
  * @retval 0                     the PTP exists
- * @retval PM_ERR_PARA           the output is null or the store does not exist yet
+ * @retval PM_ERR_PARA           the output is null, the store does not exist yet, or no current
+ *                               instance
  * @retval PM_ERR_PTPID_RANGE    usPtpID is above the maximum or beyond the store
  * @retval PM_ERR_PTP_NOT_EXIST  the slot is empty; it has been copied all the same
  */

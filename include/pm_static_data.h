@@ -90,7 +90,7 @@ PM_API PmStaticDBNode *PM_LibCreateStaticDBNode(u16 usPtpID);
  *                       where no reader reaches it
  * @retval 0                    stored
  * @retval PM_ERR_DATA_INVALID  the PTP has no node and none could be created
- * @retval PM_ERR_MEM_OPER      the copy failed; a new node stays, cleared
+ * @retval PM_ERR_MEM_OPER      the copy failed; a new node stays, cleared but for its PTP ID
  * @retval PM_ERR_PARA          pstStaticData is null, or no current instance
  */
 PM_API u32 PM_LibUpdateStaticDBNode(const PtpStaticData *pstStaticData);
