@@ -70,7 +70,8 @@ PM_API u32 PM_LibMallocForDynCB(void);
  * @param[in]  ulSelector  field, PM_DYN_ATTR_...; any other value is recorded and copies nothing
  * @param[out] pValue      receives the field, as wide as the field
  * @retval 0                     the PTP exists
- * @retval PM_ERR_PARA           pValue is null, the store does not exist yet, or no current instance
+ * @retval PM_ERR_PARA           pValue is null, the store does not exist yet, or no current
+ *                               instance
  * @retval PM_ERR_PTPID_RANGE    usPtpID is above the maximum or beyond the store
  * @retval PM_ERR_PTP_NOT_EXIST  the slot is empty; the slot's value has been copied all the same
  */
