@@ -54,6 +54,9 @@ Answer run_feed(Console &console, const Arguments &arguments) {
   // A damaged feed is a fault of this line of the script, which says where the feed is damaged.
   try {
     const std::vector<FeedItem> items = read_feed(arguments[0]);
+    if (is_recording(items)) {
+      throw CommandError(arguments[0] + " is a recording; expected it behind --feed");
+    }
     return Answer()
         .field("applied", items.size())
         .field("refused", apply_feed(console.node(), items));

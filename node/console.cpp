@@ -183,6 +183,7 @@ void Console::run_script(std::istream &script, const std::string &file, bool ech
     if (!line.empty() && line.back() == '\r') {
       line.pop_back();
     }
+    tell(line, echo ? Source::script : Source::pipe);
     try {
       take({number, line}, echo);
     } catch (const CommandError &error) {
@@ -200,11 +201,25 @@ void Console::run_prompt(const LineReader &read) {
     if (!line) {
       return;
     }
-    try {
-      run_line(*line);
-    } catch (const CommandError &error) {
-      out_ << "error: " << error.what() << std::endl;
+    run_line(*line, Source::prompt);
+  }
+}
+
+void Console::tell(const std::string &line, Source source) const {
+  if (observer_ && !words_of(line).empty()) {
+    observer_(line, source);
+  }
+}
+
+void Console::run_line(const std::string &line, Source source) {
+  tell(line, source);
+  try {
+    take({0, line}, source == Source::script);
+  } catch (const CommandError &error) {
+    if (source != Source::prompt) {
+      throw;
     }
+    out_ << "error: " << error.what() << std::endl;
   }
 }
 

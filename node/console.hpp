@@ -14,6 +14,7 @@
 #include "node/answer.hpp"
 #include "node/node.hpp"
 #include "node/script_state.hpp"
+#include "node/source.hpp"
 #include "node/words.hpp"
 
 namespace node {
@@ -51,6 +52,11 @@ class Console {
   // meanwhile. A trailing --json renders all of it as one line of JSON. An empty line or a comment
   // does nothing. The lines between `repeat` and `end` are carried out at the latter.
   void run_line(const std::string &line) { take({0, line}, false); }
+  // The same for a line that comes from there, which is shown and complained about accordingly.
+  void run_line(const std::string &line, Source source);
+  // The observer is told every line that says something before it is carried out.
+  using LineObserver = std::function<void(const std::string &line, Source source)>;
+  void observe_lines(LineObserver observer) { observer_ = std::move(observer); }
   // Every line of a script until its end or `quit`. The first error is an InputError that names
   // `file` and the line.
   void run_script(std::istream &script, const std::string &file, bool echo);
@@ -74,6 +80,9 @@ class Console {
   ScriptState script_;
   unsigned line_number_ = 0;  // of the line being carried out; 0 at a prompt
 
+  LineObserver observer_;
+
+  void tell(const std::string &line, Source source) const;
   void take(const NumberedLine &line, bool echo);
   void collect(const NumberedLine &line, bool echo);
 };

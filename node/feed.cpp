@@ -12,7 +12,9 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr const char *kFormat = "pmnode-feed";
-constexpr unsigned kVersion = 1;
+constexpr unsigned kVersion = 2;
+constexpr unsigned kFirstVersion = 1;      // feeds
+constexpr unsigned kRecordingVersion = 2;  // and recordings
 constexpr std::size_t kPrimitiveBytes = sizeof(PmPrimMsg);
 
 // One line of a feed, to complain about.
@@ -79,22 +81,60 @@ Json parse(const Line &line, const std::string &text) {
   return json;
 }
 
-void read_header(const Line &line, const std::string &text) {
+// Answers the version.
+unsigned read_header(const Line &line, const std::string &text) {
   const std::string expected = std::string(R"({"format": ")") + kFormat + R"(", "version": )" +
-                               std::to_string(kVersion) + "}";
+                               std::to_string(kFirstVersion) + " or " + std::to_string(kVersion) +
+                               "}";
   const Json json = Json::parse(text, nullptr, false);
   if (!json.is_object() || json.value("format", Json()) != kFormat) {
     line.fail("the file is no feed", expected);
   }
-  if (json.value("version", Json()) != kVersion) {
-    line.fail("version " + json.value("version", Json()).dump() + " of the format is not known",
-              expected);
+  const Json version = json.value("version", Json());
+  if (version != kFirstVersion && version != kVersion) {
+    line.fail("version " + version.dump() + " of the format is not known", expected);
   }
+  return version.get<unsigned>();
 }
 
-FeedItem item_of(const Line &line, const std::string &text) {
+std::string text_of(const Line &line, const Json &json, const char *name) {
+  const auto found = json.find(name);
+  if (found == json.end() || !found->is_string()) {
+    line.fail("there is no text", std::string("'") + name + "', a string");
+  }
+  return found->get<std::string>();
+}
+
+// The two kinds of line that only recordings have; false for any other line.
+bool read_recorded(const Line &line, const Json &json, FeedItem &item) {
+  if (json.contains("command")) {
+    refuse_other_members(line, json, {"command", "from"});
+    item.kind = FeedItem::Kind::command;
+    item.text = text_of(line, json, "command");
+    const auto source = source_of(text_of(line, json, "from"));
+    if (!source) {
+      line.fail("'from' is " + json["from"].dump(), "script, pipe or prompt");
+    }
+    item.source = *source;
+    return true;
+  }
+  if (json.contains("entered")) {
+    refuse_other_members(line, json,
+                         {"entered", "board", "instance", "id", "name", "key", "data", "answer"});
+    item.kind = FeedItem::Kind::entered;
+    item.text = json.dump(-1, ' ', false, Json::error_handler_t::replace);
+    return true;
+  }
+  return false;
+}
+
+FeedItem item_of(const Line &line, const std::string &text, unsigned version) {
   const Json json = parse(line, text);
   FeedItem item;
+  item.line = line.number;
+  if (version >= kRecordingVersion && read_recorded(line, json, item)) {
+    return item;
+  }
   if (json.contains("spec")) {
     refuse_other_members(line, json, {"spec", "data"});
     item.kind = FeedItem::Kind::spec;
@@ -128,7 +168,10 @@ FeedItem item_of(const Line &line, const std::string &text) {
     item.kind = FeedItem::Kind::ticks;
     item.id = number_in(line, json, "ticks");
   } else {
-    line.fail("the line says nothing known", "spec, class, primitive, message or ticks");
+    line.fail("the line says nothing known",
+              version >= kRecordingVersion
+                  ? "spec, class, primitive, message, ticks, command or entered"
+                  : "spec, class, primitive, message or ticks");
   }
   return item;
 }
@@ -150,6 +193,9 @@ u32 apply(Node &node, const FeedItem &item) {
       Side &side = node.active();
       return side.host.root.send_message(*side.instance, message.data());
     }
+    case FeedItem::Kind::command:
+    case FeedItem::Kind::entered:
+      return 0;  // the business of a replay
     case FeedItem::Kind::ticks:
       for (const auto &side : node.sides()) {
         side->host.clock.advance(item.id);
@@ -160,6 +206,16 @@ u32 apply(Node &node, const FeedItem &item) {
 }
 
 }  // namespace
+
+std::string feed_header() {
+  return Json{{"format", kFormat}, {"version", kVersion}}.dump();
+}
+
+bool is_recording(const std::vector<FeedItem> &items) {
+  return std::any_of(items.begin(), items.end(), [](const FeedItem &item) {
+    return item.kind == FeedItem::Kind::command || item.kind == FeedItem::Kind::entered;
+  });
+}
 
 std::vector<FeedItem> read_feed(const std::string &file) {
   std::ifstream stream(file);
@@ -173,12 +229,13 @@ std::vector<FeedItem> feed_from(std::istream &lines, const std::string &file) {
   std::vector<FeedItem> items;
   std::string text;
   unsigned number = 0;
+  unsigned version = 0;
   while (std::getline(lines, text)) {
     ++number;
     if (number == 1) {
-      read_header({file, number}, text);
+      version = read_header({file, number}, text);
     } else if (!text.empty()) {
-      items.push_back(item_of({file, number}, text));
+      items.push_back(item_of({file, number}, text, version));
     }
   }
   if (number == 0) {

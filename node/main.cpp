@@ -12,6 +12,7 @@
 #include "node/journal_file.hpp"
 #include "node/line_editor.hpp"
 #include "node/options.hpp"
+#include "node/recording.hpp"
 #include "node/start_view.hpp"
 
 namespace {
@@ -27,9 +28,10 @@ int complain(const std::exception &error, ExitCode code) {
 // Everything that was asked for, read and checked before anything is started.
 struct Inputs {
   node::Chassis chassis;
-  std::vector<node::FeedItem> feed;
   std::ifstream script;
   std::unique_ptr<node::JournalFile> journal;
+  std::unique_ptr<node::Recorder> recorder;
+  std::unique_ptr<node::Replay> replay;
   std::vector<node::Product> products;
 };
 
@@ -37,7 +39,10 @@ Inputs read_inputs(const node::Options &options) {
   Inputs inputs;
   inputs.chassis = node::load_chassis(options.chassis);
   if (!options.feed.empty()) {
-    inputs.feed = node::read_feed(options.feed);
+    std::vector<node::FeedItem> items = node::read_feed(options.feed);
+    if (node::is_recording(items)) {
+      inputs.replay = std::make_unique<node::Replay>(std::move(items), options.feed);
+    }
   }
   if (!options.script.empty()) {
     inputs.script.open(options.script);
@@ -47,6 +52,9 @@ Inputs read_inputs(const node::Options &options) {
   }
   if (!options.journal.empty()) {
     inputs.journal = std::make_unique<node::JournalFile>(options.journal);
+  }
+  if (!options.record.empty()) {
+    inputs.recorder = std::make_unique<node::Recorder>(options.record);
   }
   for (const std::string &file : options.products) {
     inputs.products.push_back(node::load_product(file));
@@ -86,12 +94,25 @@ int run(const node::Options &options) {
     if (inputs.journal) {
       inputs.journal->watch(node);
     }
-    node.start(node::start_view(std::cout, isatty(STDOUT_FILENO) == 1));
-    if (!inputs.feed.empty()) {
-      const std::size_t refused = node::apply_feed(node, inputs.feed);
-      std::cout << "feed: " << inputs.feed.size() << " applied, " << refused << " refused\n";
+    if (inputs.recorder) {
+      inputs.recorder->watch(node);
     }
+    if (inputs.replay) {
+      inputs.replay->watch(node);
+    }
+    node.start(node::start_view(std::cout, isatty(STDOUT_FILENO) == 1));
     node::Console console(node, std::cout);
+    if (inputs.recorder) {
+      inputs.recorder->watch(console);
+    }
+    if (inputs.replay) {
+      inputs.replay->run(console);
+    } else if (!options.feed.empty()) {
+      console.run_line("feed " + node::quoted_word(options.feed), node::Source::pipe);
+    }
+    if (console.quitting()) {
+      return kDone;
+    }
     converse(console, inputs, options);
   } catch (const std::exception &error) {
     return complain(error, kFailed);

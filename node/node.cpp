@@ -120,6 +120,9 @@ void Node::watch(Side &side) {
     place.last_value = record.value;
   });
   side.host.inbound = [this, &side](const host::Inbound &entry) {
+    for (const InboundObserver &observer : inbound_observers) {
+      observer(side, entry);
+    }
     if (!mirroring_ || &side != &active() || entry.kind != host::Inbound::Kind::record) {
       return;
     }

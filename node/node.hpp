@@ -109,6 +109,10 @@ class Node {
   bool failover();
 
   static constexpr std::size_t kEventsKept = 1'000;
+  // Told of everything that enters the library on a board, when it has been answered.
+  using InboundObserver = std::function<void(const Side &side, const host::Inbound &entry)>;
+  std::vector<InboundObserver> inbound_observers;
+
   const std::deque<Event> &events() const { return events_; }
   std::uint64_t events_total() const { return events_total_; }
 

@@ -24,6 +24,9 @@ std::optional<Options> read_options(int count, char **arguments) {
   app.add_option("--script", options.script,
                  "Commands to carry out, one a line; at a terminal the prompt follows")
       ->type_name("FILE");
+  app.add_option("--record", options.record,
+                 "Where everything that enters the library is kept, to be replayed with --feed")
+      ->type_name("FILE");
   app.add_option("--journal", options.journal, "Where every host call is written, one a line")
       ->type_name("FILE");
   app.add_flag_callback(

@@ -13,6 +13,7 @@ struct Options {
   std::string feed;     // empty: none
   std::string script;   // empty: none
   std::string journal;  // empty: none
+  std::string record;   // empty: none
   std::vector<std::string> products;
 };
 

@@ -89,6 +89,17 @@ Arguments words_of(const std::string &line, const Variables &variables) {
   return Splitter(line, &variables).words();
 }
 
+std::string quoted_word(const std::string &text) {
+  std::string word = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') {
+      word += '\\';
+    }
+    word += c == '$' ? "$$" : std::string(1, c);
+  }
+  return word + "\"";
+}
+
 bool is_variable_name(const std::string &text) {
   return !text.empty() && std::isdigit(static_cast<unsigned char>(text[0])) == 0 &&
          std::all_of(text.begin(), text.end(), belongs_to_name);

@@ -20,6 +20,9 @@ Arguments words_of(const std::string &line);
 // CommandError.
 Arguments words_of(const std::string &line, const Variables &variables);
 
+// A text as one word that means the text itself.
+std::string quoted_word(const std::string &text);
+
 // A letter or '_', then letters, digits and '_'.
 bool is_variable_name(const std::string &text);
 

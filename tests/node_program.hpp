@@ -34,12 +34,16 @@ inline Outcome run(const std::string &arguments, const std::string &input = "") 
 
 // A file of this test's own, gone at its end.
 struct File {
+  static inline unsigned made = 0;
   std::string name;
 
   explicit File(const std::string &content)
-      : name(std::filesystem::temp_directory_path() / ("pmnode-" + std::to_string(getpid()))) {
+      : name(std::filesystem::temp_directory_path() /
+             ("pmnode-" + std::to_string(getpid()) + "-" + std::to_string(made++))) {
     std::ofstream(name, std::ios::binary) << content;
   }
+  File(const File &) = delete;
+  File &operator=(const File &) = delete;
   ~File() { std::filesystem::remove(name); }
 };
 

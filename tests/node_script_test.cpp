@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <vector>
 
 #include "node_program.hpp"
@@ -55,6 +57,69 @@ TEST(NodeScript, AnExpectationThatIsNotMetSaysWhereAndExitsWith1) {
         outcome.output.substr(outcome.output.size() - std::min(outcome.output.size(), end.size())),
         end);
   }
+}
+
+std::string content_of(const std::string &file) {
+  std::ifstream stream(file);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+TEST(NodeRecording, ReplaysToTheSameOutputByteForByte) {
+  const File recording("");
+  const std::string node = "--chassis examples/access_node.toml --product " PM_PRODUCT_FILE;
+  const struct {
+    std::string node;
+    std::string inputs;
+  } cases[] = {{node, "--script examples/tour.pmn"},
+               {kDesk, "--script tests/scripts/faults.pmn"},
+               {kDesk, "--script tests/scripts/standby.pmn"}};
+  for (const auto &[chassis, inputs] : cases) {
+    const Outcome first = run(chassis + " " + inputs + " --record " + recording.name);
+    EXPECT_EQ(first.code, 0) << first.output;
+    const Outcome again = run(chassis + " --feed " + recording.name);
+    EXPECT_EQ(again.code, 0) << inputs;
+    EXPECT_TRUE(again.output == first.output) << inputs;
+  }
+  // Lines from a pipe, a feed and a `quit` are kept as well.
+  const File feed("{\"format\": \"pmnode-feed\", \"version\": 1}\n{\"ticks\": 7}\n");
+  const std::string piped = "repeat 2\\nlink up 3\\nend\\nstatus\\nquit\\n";
+  const Outcome first = run(kDesk + " --feed " + feed.name + " --record " + recording.name, piped);
+  EXPECT_NE(first.output.find("change 2"), std::string::npos);
+  EXPECT_EQ(run(kDesk + " --feed " + recording.name, "status\\n").output, first.output);
+}
+
+TEST(NodeRecording, ReplaysWhatAnotherBuildRecorded) {
+  // Made by a 32-bit build; every build has to answer the same.
+  const Outcome outcome = run(kDesk + " --feed tests/recordings/desk.jsonl");
+  EXPECT_EQ(outcome.code, 0) << outcome.output;
+  EXPECT_NE(outcome.output.find("PTP 3 joins virtual system 3"), std::string::npos);
+}
+
+TEST(NodeRecording, AReplayThatDiffersNamesTheLineWhereItParts) {
+  const File recording("");
+  run(kDesk + " --record " + recording.name, "vs-mask 3 2\\nlink up 3\\n");
+  const std::string whole = content_of(recording.name);
+  const auto altered = [&](const std::string &from, const std::string &to) {
+    std::string text = whole;
+    text.replace(text.rfind(from), from.size(), to);
+    std::ofstream(recording.name, std::ios::binary) << text;
+    return run(kDesk + " --feed " + recording.name);
+  };
+  Outcome outcome = altered("\"answer\":\"0x0\"", "\"answer\":\"0x1\"");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_NE(outcome.output.find("the replay differs: got {\"entered\":"), std::string::npos);
+  EXPECT_EQ(outcome.output.find("link up"), std::string::npos) << "went on";
+  outcome = altered("vs-mask 3 2", "vs-mask 3 3");
+  EXPECT_NE(outcome.output.find("the replay differs"), std::string::npos);
+  outcome = altered("vs-mask 3 2", "status");
+  EXPECT_NE(outcome.output.find("nothing came; expected {\"entered\":\"record\""),
+            std::string::npos);
+  // A damaged line: nothing at all is started.
+  outcome = altered("{\"command\":\"link", "{\"command\":link");
+  EXPECT_EQ(outcome.code, 2);
+  const auto lines = std::count(whole.begin(), whole.end(), '\n');
+  EXPECT_EQ(outcome.output, recording.name + ":" + std::to_string(lines) +
+                                ": the line is damaged; expected one JSON object\n");
 }
 
 }  // namespace

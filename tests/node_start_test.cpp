@@ -262,12 +262,16 @@ TEST(NodeFeed, RefusesADamagedOrForeignLineByItsNumber) {
     std::string text;
     std::string complaint;
   } cases[] = {
-      {"", R"(f:1: the file is no feed; expected {"format": "pmnode-feed", "version": 1})"},
+      {"", R"(f:1: the file is no feed; expected {"format": "pmnode-feed", "version": 1 or 2})"},
       {"{\"format\": \"other\", \"version\": 1}",
-       R"(f:1: the file is no feed; expected {"format": "pmnode-feed", "version": 1})"},
-      {"{\"format\": \"pmnode-feed\", \"version\": 2}",
-       "f:1: version 2 of the format is not known; expected "
-       R"({"format": "pmnode-feed", "version": 1})"},
+       R"(f:1: the file is no feed; expected {"format": "pmnode-feed", "version": 1 or 2})"},
+      {"{\"format\": \"pmnode-feed\", \"version\": 3}",
+       "f:1: version 3 of the format is not known; expected "
+       R"({"format": "pmnode-feed", "version": 1 or 2})"},
+      {header + "{\"command\": \"status\", \"from\": \"script\"}",
+       "f:3: the line says nothing known; expected spec, class, primitive, message or ticks"},
+      {"{\"format\": \"pmnode-feed\", \"version\": 2}\n{\"command\": \"a\", \"from\": \"b\"}",
+       "f:2: 'from' is \"b\"; expected script, pipe or prompt"},
       {header + "{\"ticks\": 1", "f:3: the line is damaged; expected one JSON object"},
       {header + "{\"tick\": 1}",
        "f:3: the line says nothing known; expected spec, class, primitive, message or ticks"},
