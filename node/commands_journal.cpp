@@ -7,7 +7,6 @@
 namespace node {
 namespace {
 
-constexpr std::size_t kEntriesKept = 65'536;
 constexpr u32 kShownByDefault = 20;
 
 host::Fn function_argument(const std::string &text) {
@@ -69,7 +68,7 @@ Answer run_journal(Console &console, const Arguments &arguments) {
     filter(node, rest, what == "filter");
   } else if ((what == "on" || what == "off") && rest.empty()) {
     for (const auto &side : node.sides()) {
-      side->host.journal.set_capacity(kEntriesKept);
+      side->host.journal.set_capacity(kJournalEntriesKept);
       what == "on" ? side->host.journal.start() : side->host.journal.stop();
     }
   } else if (what == "clear" && rest.empty()) {

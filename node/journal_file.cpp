@@ -30,8 +30,7 @@ void JournalFile::watch(Node &node) {
             write(board, *pending);
           }
         });
-    // What the file has, memory need not keep.
-    side->host.journal.set_capacity(0);
+    side->host.journal.set_capacity(kJournalEntriesKept);
     side->host.journal.start();
   }
 }

@@ -10,6 +10,9 @@
 
 namespace node {
 
+// What each board's journal keeps in memory.
+constexpr std::size_t kJournalEntriesKept = 65'536;
+
 // The call as the journal has it, two blanks further for each call that it was made inside of.
 std::string indented_text(const host::JournalEntry &entry);
 

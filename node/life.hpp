@@ -35,9 +35,9 @@ Told remove_board(Node &node, u16 frame, u8 slot, Delivery delivery);
 Told add_ptp(Node &node, Ptp ptp, Delivery delivery);
 // A PTP goes for good. Nothing can tell an instance to forget one PTP's static record; it stays
 // there.
-Told remove_ptp(Node &node, u16 ptp, Delivery delivery);
+Told remove_ptp(Node &node, u16 id, Delivery delivery);
 // Its dynamic and its static record say so.
-Told change_vs_mask(Node &node, u16 ptp, u32 mask, Delivery delivery);
+Told change_vs_mask(Node &node, u16 id, u32 mask, Delivery delivery);
 
 // A port type behind all others: the counts, as specification message and record, then its record.
 Told add_port_type(Node &node, PortType type, Delivery delivery);
