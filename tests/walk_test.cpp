@@ -173,7 +173,8 @@ class RandomWalk : public test::LivePm {
       if (before.ucExist == 0 || before.ucPtpClass != 0 || before.usIndex1 / 32 == 2) {
         return none;
       }
-      ptp = ptps.upper_bound({0, u16{before.usIndex1}, before.usIndex2 % 0x100});
+      const u16 board = before.usIndex1;
+      ptp = ptps.upper_bound({0, board, before.usIndex2 % 0x100});
     }
     for (; ptp != ptps.end(); ++ptp) {
       const auto [ptp_class, index, port] = ptp->first;
