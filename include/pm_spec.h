@@ -108,7 +108,7 @@ PM_API u32 PM_LibGetPmSpec(u32 ulIndex);
 /** The total number of PTPs: visible, virtual and other, modulo 65536. */
 PM_API u32 PM_LibGetPtpMaxNum(void);
 
-/** The highest PTP ID, 1 to 65534; 1 while the specification says 0 or 0xFFFF. */
+/** The highest PTP ID, 1 to 65534; 1 while usMaxPtpID is 0 or 0xFFFF. */
 PM_API u16 PM_LibGetMaxPtpID(void);
 
 PM_C_END
