@@ -50,7 +50,7 @@ std::string Journal::name_of_function(const void *function) {
   // Without a symbol of its own a function is reported as the one before it.
   const bool exact =
       dladdr(function, &info) != 0 && info.dli_sname != nullptr && info.dli_saddr == function;
-  const std::string text = exact ? info.dli_sname : "fn#" + std::to_string(++nameless_);
+  std::string text = exact ? info.dli_sname : "fn#" + std::to_string(++nameless_);
   names_[function] = text;
   return text;
 }
@@ -102,7 +102,7 @@ std::string format_text(const char *format, va_list arguments) noexcept {
       text.assign(space, static_cast<std::size_t>(length));
     } else if (length > 0) {
       text.resize(static_cast<std::size_t>(length) + 1);
-      std::vsnprintf(text.data(), text.size(), format, again);
+      (void)std::vsnprintf(text.data(), text.size(), format, again);
       text.pop_back();
     }
   } catch (...) {
@@ -114,7 +114,7 @@ std::string format_text(const char *format, va_list arguments) noexcept {
 
 std::string journal_code(u32 value) {
   char text[16];
-  std::snprintf(text, sizeof text, value == 0 ? "%x" : "0x%X", value);
+  (void)std::snprintf(text, sizeof text, value == 0 ? "%x" : "0x%X", value);
   return text;
 }
 
@@ -138,7 +138,7 @@ std::string journal_text(std::string_view text) {
       quoted += "\\t";
     } else if (byte < 0x20 || byte >= 0x7F) {
       char escape[8];
-      std::snprintf(escape, sizeof escape, "\\x%02X", byte);
+      (void)std::snprintf(escape, sizeof escape, "\\x%02X", byte);
       quoted += escape;
     } else {
       quoted += c;

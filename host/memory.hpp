@@ -54,15 +54,15 @@ class Memory {
   Memory(const Memory &) = delete;
   Memory &operator=(const Memory &) = delete;
 
-  // Use of one partition; an unknown number gives an empty record.
-  const PartitionUse &use(u32 partition) const;
-  static const char *partition_name(u32 partition);
+  // Use of the partition of that number; an unknown one gives an empty record.
+  const PartitionUse &use(u32 number) const;
+  static const char *partition_name(u32 number);
 
   // Nothing beyond these is handed out; unlimited lifts a limit.
-  void limit_bytes(u32 partition, std::size_t bytes);
-  void limit_blocks(u32 partition, std::size_t blocks);
+  void limit_bytes(u32 number, std::size_t bytes);
+  void limit_blocks(u32 number, std::size_t blocks);
   // The n-th request of the partition from now fails.
-  void fail_nth(u32 partition, u32 n);
+  void fail_nth(u32 number, u32 n);
 
   // Blocks that are live, in order of allocation; the second form only those after `mark`.
   std::vector<Block> live() const { return live_since(0); }
@@ -77,7 +77,7 @@ class Memory {
   static bool guarded();
 
   // For the host functions themselves.
-  void *allocate(u32 module, u32 partition, u32 size, const char *file, u32 line);
+  void *allocate(u32 module, u32 number, u32 size, const char *file, u32 line);
   u32 release(void *address, const u32 *module);
 
  private:

@@ -91,16 +91,16 @@ class HashTables {
   explicit HashTables(Node &node) : node_(node) {}
 
   std::size_t tables() const { return tables_.size(); }
-  std::size_t buckets(Handle table) const;
-  std::size_t nodes(Handle table) const;  // linked nodes
-  // Nodes of one bucket, from its head.
-  std::vector<const void *> bucket(Handle table, u32 bucket) const;
+  std::size_t buckets(Handle handle) const;
+  std::size_t nodes(Handle handle) const;  // linked nodes
+  // Nodes of the bucket of that number, from its head.
+  std::vector<const void *> bucket(Handle handle, u32 number) const;
 
   // For the host functions themselves.
-  Handle create(u32 buckets);
-  u32 add(Handle table, void *node, u32 bucket);
-  void *find(Handle table, u32 bucket, const void *key, u32 (*compare)(const void *, const void *));
-  u32 remove(Handle table, void *node, u32 bucket);
+  Handle create(u32 bucket_count);
+  u32 add(Handle handle, void *node, u32 number);
+  void *find(Handle handle, u32 number, const void *key, u32 (*compare)(const void *, const void *));
+  u32 remove(Handle handle, void *node, u32 number);
   // The block of that size is linked in a table.
   bool linked(const void *block, std::size_t size) const;
 

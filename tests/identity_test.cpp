@@ -71,8 +71,6 @@ TEST_F(Identity, CodesOfFailuresArePassedUpAndSomeArePrinted) {
   const auto fsp = PM_LibGetFSPFromPtp;
   u16 w = x;
   u8 b = x;
-  node.faults.fail_nth(Fn::ROOT_LibGetCurrentThis, 2);  // for the second of three fields
-  expect(raw(17, &b, &w, &w), para, {17, 0}, {read + "689380, usPtpID = 17"});
   node.faults.fail_nth(Fn::DEV_LibGetFrameIDSlotIDFromBIndex, 1, 0x55);
   expect({fsp(17, &w, &b, &b), w, b}, {0x55, x, x}, {0x55});
   const std::string null = "PM_LibGetPhyIndexFromPTP fail, usPtpID = 17, ";

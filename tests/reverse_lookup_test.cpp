@@ -33,8 +33,10 @@ TEST_F(ReverseLookup, AnswersAreCachedAndCheckedBeforeTheyAreGiven) {
   record.ucExist = 1;
   put(20, record);
   EXPECT_EQ(calls_of_lookup(0, 30), Lines{find + block});
+  publish_spec({.max_ptp_id = 65000});  // the store keeps its size
+  record.ucExist = 0;
   for (const u16 ptp_id : {u16{20}, u16{30}, u16{40}}) {
-    put(ptp_id, {});
+    put(ptp_id, record);
   }
   EXPECT_EQ(calls_of_lookup(absent, x),
             (Lines{find + block, "ZEL_HASH_Delete_Node(1, " + block + ", 158) = 0",
