@@ -99,7 +99,8 @@ class HashTables {
   // For the host functions themselves.
   Handle create(u32 bucket_count);
   u32 add(Handle handle, void *node, u32 number);
-  void *find(Handle handle, u32 number, const void *key, u32 (*compare)(const void *, const void *));
+  void *find(Handle handle, u32 number, const void *key,
+             u32 (*compare)(const void *, const void *));
   u32 remove(Handle handle, void *node, u32 number);
   // The block of that size is linked in a table.
   bool linked(const void *block, std::size_t size) const;
