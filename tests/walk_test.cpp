@@ -30,14 +30,15 @@ class Walk : public test::LivePm {
   }
   // A step in which a host function is made to fail: by default one that no walk calls.
   Values step(u16 board, u16 ptp_id, Fn failing = Fn::ZEL_TaskDelay) {
-    u16 next = x;
+    next = x;
     fail(failing);
     return {PM_LibPtpIdGetNextFromPortPtp(board, ptp_id, any, PM_FILTER_ALL, &next), next};
   }
-  static Values board_step(u16 board, u8 port) {
-    u16 next = x;
+  Values board_step(u16 board, u8 port) {
+    next = x;
     return {PM_LibGetNextPtpIdInBoardByPort(board, port, any, PM_FILTER_ALL, &next), next};
   }
+  u16 next = x;
 };
 
 TEST_F(Walk, BoardsHaveAtMost255PortsAndUsableOnesHaveAType) {
@@ -88,7 +89,6 @@ TEST_F(Walk, FeedsTheWatchdogAndEndsInACircle) {
   EXPECT_EQ(feeds([&] { step(all, 18); }), 2U);
   node.chassis.map(0, 1, 0);
   node.chassis.map(0, 0, 0);  // board 0 is in two slots and leads back to the first
-  u16 next = x;
   const Lines calls = host_calls({Fn::ZEL_TaskRunClearDog}, [&] {
     expect({PM_LibGetNextPtpFromVS(8, all, start, any, &next), next}, {more, x}, {});
   });
@@ -120,7 +120,6 @@ TEST_F(Walk, FailuresPassPlacesOverOrEndTheWalk) {
 
 TEST_F(Walk, CallersLearnOfFailuresFromTheRecordsOnly) {
   trace(PM_SWITCH_FUNCTION);
-  u16 next = x;
   for (const bool visible : {false, true}) {
     const auto walk = visible ? PM_LibGetNextVisiblePtpFromPTP : PM_LibGetNextPtpFromPTP;
     const std::string name = visible ? "PM_LibGetNextVisiblePtpFromPTP" : "PM_LibGetNextPtpFromPTP";
