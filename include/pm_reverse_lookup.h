@@ -54,7 +54,8 @@ PM_API u32 PM_LibGetPtpFromPhyIndexOnSrv(u8 ucPtpClass, u16 usIndex1, u16 usInde
  * @param[out] pusPtpID    PTP ID; of several the lowest; written on success only
  * @retval 0                     found
  * @retval PM_ERR_PTP_NOT_EXIST  there is none
- * @retval PM_ERR_PARA           no dynamic record has arrived yet, or pusPtpID is null
+ * @retval PM_ERR_PARA           no dynamic record has arrived yet, pusPtpID is null, or there is no
+ *                               current instance
  */
 PM_API u32 PM_LibGetPtpFromPhyIndexOnSrvByEnum(u8 ucPtpClass, u16 usIndex1, u16 usIndex2,
                                                u16 *pusPtpID);
