@@ -3,3 +3,5 @@
 foreach(language C CXX)
   set(CMAKE_${language}_FLAGS_INIT "-m32 -msse2 -mfpmath=sse -idirafter /usr/include/x86_64-linux-gnu")
 endforeach()
+# The folder that Debian keeps for this width.
+set(CMAKE_INSTALL_LIBDIR lib32 CACHE PATH "Libraries, below the prefix")

@@ -15,7 +15,7 @@ std::optional<Options> read_options(int count, char **arguments) {
       ->required()
       ->type_name("FILE");
   app.add_option("--product", options.products,
-                 "A product's shared object to load (node/pm_product.h); may be repeated")
+                 "A product's shared object to load (include/pm_product.h); may be repeated")
       ->type_name("FILE")
       ->allow_extra_args(false);
   app.add_option("--feed", options.feed,

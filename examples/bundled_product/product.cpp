@@ -1,7 +1,7 @@
 // The product's table of hooks: where the library's start-up reaches this product.
 #include "events.hpp"
-#include "node/pm_product.h"
 #include "platform/dbg.h"
+#include "pm_product.h"
 #include "sub_lines.hpp"
 
 namespace product {

@@ -1,4 +1,5 @@
-/* What a product has to offer to be loaded into a node: one function, in a shared object.
+/* What a product has to offer to be loaded into a node: one function, in a shared object. The
+ * library does not know it, so pm.h leaves it out.
  *
  * The node loads each product before it starts its instances, asks it for its table of hooks and
  * registers that table process-wide; everything else happens from inside the hooks:
@@ -28,8 +29,12 @@
 
 PM_C_BEGIN
 
-/* The table stays valid as long as the product is loaded. Null means that the product cannot run
- * here; it is then refused. */
+/**
+ * The product's hooks, asked for once, before any instance is started.
+ *
+ * @return the table, valid as long as the product is loaded; null when the product cannot run here,
+ *         which is then refused
+ */
 PM_API const PmProductMngt *pm_product_hooks(void);
 
 PM_C_END
