@@ -83,7 +83,7 @@ const std::vector<Command> &commands() {
     for (const std::span<const Command> family :
          {query_commands(), ptp_commands(), find_commands(), change_commands(), owner_commands(),
           dbwin_commands(), watch_commands(), script_commands(), life_commands(),
-          standby_commands(), fault_commands(), journal_commands(),
+          standby_commands(), fault_commands(), journal_commands(), panel_commands(),
           std::span<const Command>(kOwnCommands)}) {
       list.insert(list.end(), family.begin(), family.end());
     }

@@ -104,6 +104,7 @@ std::span<const Command> life_commands();
 std::span<const Command> standby_commands();
 std::span<const Command> fault_commands();
 std::span<const Command> journal_commands();
+std::span<const Command> panel_commands();
 
 // Readers of arguments; anything else than what is asked for is a CommandError.
 u32 number_argument(const std::string &text, u32 lowest, u32 highest, std::string_view what);

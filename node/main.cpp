@@ -69,10 +69,14 @@ void converse(node::Console &console, Inputs &inputs, const node::Options &optio
   }
   if (!options.script.empty()) {
     console.run_script(inputs.script, options.script, true);
-    if (console.quitting() || !terminal) {
+    if (console.quitting() || (!terminal && options.panel.empty())) {
       return;
     }
     std::cout << "\n";
+  }
+  if (!options.panel.empty()) {
+    console.run_line("panel " + node::quoted_word(options.panel), node::Source::pipe);
+    return;
   }
   if (terminal) {
     node::LineEditor editor;

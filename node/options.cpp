@@ -33,6 +33,10 @@ std::optional<Options> read_options(int count, char **arguments) {
          "--help-commands", [] { throw CLI::CallForAllHelp(); },
          "Print the commands as a page of Markdown")
       ->trigger_on_parse();
+  CLI::App *panel = app.add_subcommand(
+      "panel", "Draw the front panel after the feed and the script, and end; other options follow");
+  panel->add_option("FILE", options.panel, "The SVG picture to write")->required();
+  panel->fallthrough();
   app.footer(
       "Without a script, commands are read from the standard input; 'help' lists them.\n"
       "Exit codes: 0 done, 1 a command of the script or the start-up failed, 2 bad input.");

@@ -14,6 +14,7 @@ struct Options {
   std::string script;   // empty: none
   std::string journal;  // empty: none
   std::string record;   // empty: none
+  std::string panel;    // picture to draw instead of taking commands; empty: none
   std::vector<std::string> products;
 };
 
