@@ -2,7 +2,7 @@
 #include "pm_classes.h"
 
 #include "diag.hpp"
-#include "platform/bounded.h"
+#include "memory.hpp"
 #include "platform/cap.h"
 #include "pm_identity.h"
 #include "pm_spec.h"
@@ -18,7 +18,7 @@ constexpr u32 value_reserved = 0xFFFFFFFF;
 
 PmClassMngtReg class_registration(u16 class_value) {
   PmClassMngtReg registration;
-  (void)memset_s(&registration, sizeof registration, 0, sizeof registration);
+  pm::clear(&registration, sizeof registration);
   registration.pfnGetPtpType = PM_LibGetPtpTypeForAttm;
   registration.usModuleID = PM_COMP_TYPE;
   registration.usClassValue = class_value;

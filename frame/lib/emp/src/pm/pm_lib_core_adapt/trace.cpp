@@ -4,6 +4,7 @@
 
 #include "diag.hpp"
 #include "global_data.hpp"
+#include "memory.hpp"
 #include "platform/bounded.h"
 
 PM_SOURCE(pm_lib_core_adapt, 2);
@@ -51,7 +52,7 @@ void PM_LibDotPrintf(u32 ulSelector, u32 ulSwitchNo, const char *pcFormat, ...) 
     return;
   }
   char line[line_size];
-  (void)memset_s(line, sizeof line, 0, sizeof line);
+  pm::clear(line, sizeof line);
   va_list args;
   va_start(args, pcFormat);
   const int length = vsnprintf_truncated_s(line, sizeof line, pcFormat, args);

@@ -1,6 +1,7 @@
 // The library as a component: registration, construction, destruction, the message entry.
 #include "diag.hpp"
 #include "global_data.hpp"
+#include "memory.hpp"
 #include "platform/bounded.h"
 #include "platform/ddm.h"
 #include "pm_component.h"
@@ -24,7 +25,7 @@ u32 create_instance(u32 para, u32 cid) {
   if (data == nullptr) {
     return FAIL(component_failed, cid);
   }
-  (void)memset_s(data, sizeof *data, 0, sizeof *data);
+  pm::clear(data, sizeof *data);
   data->ulConstructPara = para;
   data->ulCid = cid;
 
@@ -38,7 +39,7 @@ u32 create_instance(u32 para, u32 cid) {
 
 u32 PM_LibRegisterInfo(void) {
   RootCompRegisterInfo info;
-  (void)memset_s(&info, sizeof info, 0, sizeof info);
+  pm::clear(&info, sizeof info);
   info.ulCompType = PM_COMP_TYPE;
   const int copied =
       strncpy_s(info.acName, sizeof info.acName, component_name, sizeof component_name - 1);

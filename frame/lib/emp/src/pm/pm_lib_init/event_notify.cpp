@@ -52,7 +52,7 @@ bool read_current(u16 ptp_id, PtpDynPubData *current) {
 }
 
 void raise_if_exists(u16 ptp_id) {
-  PtpDynPubData current;
+  PtpDynPubData current{};
   if (read_current(ptp_id, &current) && current.ucExist != 0) {
     raise_primitive(PM_PRIM_EXIST, ptp_id, nullptr);
   }
@@ -71,7 +71,7 @@ VsChange vs_change(u16 ptp_id, const PtpDynPubData *other) {
       ROOT_LibIsPidDepend(needed_pid, self) != pid_depended) {
     return none;
   }
-  PtpDynPubData current;
+  PtpDynPubData current{};
   if (!read_current(ptp_id, &current) || current.ulVsMask == other->ulVsMask) {
     return none;
   }
@@ -107,7 +107,7 @@ void PM_LibEventPrimNotify(u16 usPtpID, const PtpDynPubData *pstOldData) {
     raise_if_exists(usPtpID);
     return;
   }
-  PtpDynPubData current;
+  PtpDynPubData current{};
   if (pstOldData == nullptr || !read_current(usPtpID, &current)) {
     return;
   }
