@@ -5,27 +5,35 @@ namespace {
 
 constexpr u32 owner = 0;  // the destination
 
-RpcPara describe(std::initializer_list<pm::RemotePara> paras) {
-  RpcPara block{};
-  (void)RPC_LibParaInit(&block, static_cast<u32>(paras.size()));
+// Yields the code of the parameter that could not be set: without it the owner would do something
+// else than it is asked for, so the call is not made.
+u32 describe(std::initializer_list<pm::RemotePara> paras, RpcPara *block) {
+  u32 ret = RPC_LibParaInit(block, static_cast<u32>(paras.size()));
   u32 index = 0;
   for (const pm::RemotePara &para : paras) {
-    (void)RPC_LibParaSet(&block, index, para.kind, para.length, para.value);
+    if (ret != PM_OK) {
+      break;
+    }
+    ret = RPC_LibParaSet(block, index, para.kind, para.length, para.value);
     ++index;
   }
-  return block;
+  return ret;
 }
 
 }  // namespace
 
 pm::OwnerAnswer pm::call_owner(const char *service, std::initializer_list<RemotePara> paras) {
   u32 result_area[RPC_RESULT_SIZE / sizeof(u32)] = {};
-  RpcPara block = describe(paras);
-  const u32 transport = RPC_LibSyncCall(owner, service, &block, result_area);
+  RpcPara block{};
+  u32 transport = describe(paras, &block);
+  if (transport == PM_OK) {
+    transport = RPC_LibSyncCall(owner, service, &block, result_area);
+  }
   return {transport, transport == PM_OK ? result_area[0] : u32{PM_OK}};
 }
 
 u32 pm::notify_owner(const char *service, std::initializer_list<RemotePara> paras) {
-  RpcPara block = describe(paras);
-  return RPC_LibAyncCall(owner, service, &block);
+  RpcPara block{};
+  const u32 ret = describe(paras, &block);
+  return ret == PM_OK ? RPC_LibAyncCall(owner, service, &block) : ret;
 }
