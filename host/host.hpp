@@ -39,6 +39,7 @@
 #include "host/objects.hpp"
 #include "host/remote.hpp"
 #include "host/runtime.hpp"
+#include "host/sweep.hpp"
 #include "host/sync.hpp"
 
 namespace host {
