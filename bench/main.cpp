@@ -1,6 +1,6 @@
 // pm_bench: checks that library and floor do the same, measures both, prints the table.
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <exception>
 #include <stdexcept>
 
@@ -11,6 +11,7 @@
 #include "bench/check.hpp"
 #include "bench/report.hpp"
 #include "bench/rows.hpp"
+#include "bench/startup.hpp"
 
 namespace {
 
@@ -62,6 +63,8 @@ Options options_of(const std::vector<std::string> &arguments) {
       options.effort.seconds = std::stod(value());
     } else if (name == "--no-rivals") {
       options.rivals = false;
+    } else if (name == "--start") {
+      start(static_cast<u32>(std::stoul(value())));
     } else if (name == "--check") {
       options.only_check = true;
       options.effort = {1, 1e-9};
@@ -103,6 +106,8 @@ void run_size(u32 ptps, const Options &options, std::vector<Result> &results) {
   add_attribute_rows(world, rivals, rows);
   add_delivery_rows(world, rivals, rows);
   add_reverse_rows(world, rivals, rows);
+  add_walk_rows(world, rivals, rows);
+  add_restore_rows(world, rivals, rows);
   for (const Row &row : rows) {
     if (row.name.find(options.rows) != std::string::npos) {
       results.push_back(run_row(world, row, options));
@@ -114,6 +119,24 @@ void run_size(u32 ptps, const Options &options, std::vector<Result> &results) {
   if (!world.node.misuses.empty()) {
     throw CheckError("the host was misused: " + world.node.misuses.front().text);
   }
+}
+
+// The whole process against its restore rows and the start of an empty one.
+void show_start(const Options &options, const std::vector<Result> &results) {
+  const u32 ptps = *std::max_element(options.sizes.begin(), options.sizes.end());
+  double restore = 0;
+  for (const Result &result : results) {
+    if (result.ptps == ptps &&
+        (result.row == dynamic_batch_row || result.row == static_batch_row)) {
+      restore += summary_of(result.times[0]).median * ptps;
+    }
+  }
+  const int repetitions = options.effort.repetitions;
+  const StartTimes empty = measure_start(0, repetitions);
+  const StartTimes times = measure_start(ptps, repetitions);
+  const MemoryUse use = memory_use(ptps);
+  print_start(ptps, restore, empty, times);
+  print_memory(ptps, use);
 }
 
 int run(const Options &options) {
@@ -132,6 +155,9 @@ int run(const Options &options) {
                 results.size());
   } else {
     print_growth(results);
+    if (options.rows.empty()) {
+      show_start(options, results);
+    }
     print_targets(results);
   }
   if (!options.json.empty()) {

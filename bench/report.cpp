@@ -125,12 +125,12 @@ void print_growth(const std::vector<Result> &results) {
     }
     by_row[result.row].push_back(&result);
   }
+  if (results.empty() || results.front().ptps == results.back().ptps) {
+    return;
+  }
   std::printf("\nHow the library's time grows, against the smallest number of PTPs\n");
   for (const std::string &name : order) {
     const auto &sizes = by_row[name];
-    if (sizes.size() < 2) {
-      continue;
-    }
     std::printf("  %-28s", name.c_str());
     const double base = summary_of(sizes.front()->times[0]).median;
     for (const Result *at : sizes) {
@@ -151,6 +151,28 @@ void print_targets(const std::vector<Result> &results) {
     reached += result.ratio().median <= result.target ? 1U : 0U;
   }
   std::printf("\n%u of %u ratios reach their target\n", reached, all);
+}
+
+void print_start(u32 ptps, double restore, const StartTimes &empty, const StartTimes &times) {
+  const auto median = [](const std::vector<double> &all) { return summary_of(all).median; };
+  const double process = median(times.process);
+  const double base = restore + median(empty.process);
+  constexpr double target = 1.5;
+  std::printf("\nA process of its own, %u PTPs: %s up and filled (spread %.0f%%)\n", ptps,
+              time_text(process).c_str(), 100 * summary_of(times.process).spread);
+  std::printf("  of it: owner's records laid %s, registration to the last phase %s, batches %s\n",
+              time_text(median(times.laid)).c_str(), time_text(median(times.up)).c_str(),
+              time_text(median(times.filled)).c_str());
+  std::printf("  against: restore rows %s and an empty process %s: ratio %.2f, target %.1f %s\n",
+              time_text(restore).c_str(), time_text(median(empty.process)).c_str(), process / base,
+              target, process <= target * base ? "ok" : "NO");
+}
+
+void print_memory(u32 ptps, const MemoryUse &use) {
+  std::printf(
+      "Memory per PTP at %u PTPs, in the host's partitions: dynamic record %.1f bytes, "
+      "static record %.1f,\nremembered place %.1f\n",
+      ptps, use.dynamic, use.fixed, use.places);
 }
 
 void write_json(const std::string &file, const std::vector<Result> &results) {

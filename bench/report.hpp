@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "bench/measure.hpp"
+#include "bench/startup.hpp"
 
 namespace bench {
 
@@ -33,6 +34,9 @@ void print_result(const Result &result);
 // How each row grows with the number of PTPs, and which targets are missed.
 void print_growth(const std::vector<Result> &results);
 void print_targets(const std::vector<Result> &results);
+// `restore`: what restoring all records takes by the rows of the table, in nanoseconds.
+void print_start(u32 ptps, double restore, const StartTimes &empty, const StartTimes &times);
+void print_memory(u32 ptps, const MemoryUse &use);
 void write_json(const std::string &file, const std::vector<Result> &results);
 
 }  // namespace bench

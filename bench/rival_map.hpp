@@ -15,15 +15,19 @@ constexpr u32 place_key(const PtpDynPubData &record) {
 
 class HashMap {
  public:
+  HashMap() = default;
   explicit HashMap(const World &world) {
     for (u32 i = 0; i < world.ptps(); ++i) {
-      put(static_cast<u16>(i), dynamic_record(world.ptps(), static_cast<u16>(i)));
+      const auto id = static_cast<u16>(i);
+      put(id, dynamic_record(world.ptps(), id));
+      descriptions_[description_of(id)] = id;
     }
   }
   void put(u16 ptp_id, const PtpDynPubData &record) {
     records_[ptp_id] = record;
     places_[place_key(record)] = ptp_id;
   }
+  void change(u16 ptp_id, u32 tick) { records_[ptp_id].LastChangeTick = tick; }
   // Null when there is no such PTP.
   const PtpDynPubData *find(u16 ptp_id) const {
     const auto found = records_.find(ptp_id);
@@ -33,10 +37,15 @@ class HashMap {
     const auto found = places_.find(key);
     return found == places_.end() ? nullptr : &found->second;
   }
+  const u16 *find_description(const std::string &text) const {
+    const auto found = descriptions_.find(text);
+    return found == descriptions_.end() ? nullptr : &found->second;
+  }
 
  private:
   std::unordered_map<u16, PtpDynPubData> records_;
   std::unordered_map<u32, u16> places_;
+  std::unordered_map<std::string, u16> descriptions_;
 };
 
 }  // namespace bench

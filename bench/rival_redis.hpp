@@ -26,23 +26,37 @@ class Redis {
       throw std::runtime_error(std::string("Redis: no connection to ") + socket);
     }
     (void)ask("FLUSHALL");
-    for (u32 i = 0; i < world.ptps(); ++i) {
-      const PtpDynPubData record = dynamic_record(world.ptps(), static_cast<u16>(i));
-      redisAppendCommand(context_, "HSET ptp:%u type %u vs %u", i, unsigned{record.usPtpType},
-                         record.ulVsMask);
-      redisAppendCommand(context_, "HSET places %u %u", place_key(record), i);
-    }
-    for (u32 i = 0; i < 2 * world.ptps(); ++i) {
-      void *reply = nullptr;
-      if (redisGetReply(context_, &reply) != REDIS_OK) {
-        throw std::runtime_error("Redis: the records could not be stored");
-      }
-      freeReplyObject(reply);
-    }
+    put_all(world.ptps(), 0);
   }
   ~Redis() { redisFree(context_); }
   Redis(const Redis &) = delete;
   Redis &operator=(const Redis &) = delete;
+
+  static constexpr u32 other_base = 1;
+
+  // All records at once, without waiting for each.
+  void put_all(u32 ptps, u32 base) {
+    append("SELECT %u", base);
+    for (u32 i = 0; i < ptps; ++i) {
+      const PtpDynPubData record = dynamic_record(ptps, static_cast<u16>(i));
+      append("HSET ptp:%u type %u vs %u", i, unsigned{record.usPtpType}, unsigned{record.ulVsMask});
+      append("HSET places %u %u", place_key(record), i);
+    }
+    append("SELECT 0");
+    take_replies();
+  }
+  void put_descriptions(u32 ptps) {
+    for (u32 i = 0; i < ptps; ++i) {
+      append("HSET described %s %u", description_of(static_cast<u16>(i)).c_str(), i);
+    }
+    take_replies();
+  }
+  void empty(u32 base) {
+    append("SELECT %u", base);
+    append("FLUSHDB");
+    append("SELECT 0");
+    take_replies();
+  }
 
   // The answer as a number; nothing when there is none.
   template <typename... Arguments>
@@ -60,7 +74,23 @@ class Redis {
   }
 
  private:
+  template <typename... Arguments>
+  void append(const char *format, Arguments... arguments) {
+    redisAppendCommand(context_, format, arguments...);
+    ++waiting_;
+  }
+  void take_replies() {
+    for (; waiting_ != 0; --waiting_) {
+      void *reply = nullptr;
+      if (redisGetReply(context_, &reply) != REDIS_OK) {
+        throw std::runtime_error("Redis: no answer");
+      }
+      freeReplyObject(reply);
+    }
+  }
+
   redisContext *context_;
+  u32 waiting_ = 0;
 };
 
 #else

@@ -35,6 +35,15 @@ class Rivals {
   void add_place(const World &world, std::vector<Contender> &to);
   void add_absent_place(const World &world, std::vector<Contender> &to);
 
+  // The PTP behind a PTP in the order of places.
+  void add_next(const World &world, std::vector<Contender> &to);
+  // All records into an empty base.
+  void add_fill(const World &world, std::vector<Contender> &to);
+  // One field of one record set anew.
+  void add_change(const World &world, std::vector<Contender> &to);
+  // The PTP of a description.
+  void add_search(const World &world, std::vector<Contender> &to);
+
  private:
   std::unique_ptr<HashMap> map_;
   std::unique_ptr<Sqlite> sqlite_;

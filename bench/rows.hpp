@@ -10,10 +10,16 @@
 
 namespace bench {
 
+// The rows that the start of a process is compared with.
+constexpr const char *dynamic_batch_row = "dynamic records, batch";
+constexpr const char *static_batch_row = "static records, batch";
+
 void add_identity_rows(World &world, Rivals &rivals, std::vector<Row> &rows);
 void add_attribute_rows(World &world, Rivals &rivals, std::vector<Row> &rows);
 void add_delivery_rows(World &world, Rivals &rivals, std::vector<Row> &rows);
 void add_reverse_rows(World &world, Rivals &rivals, std::vector<Row> &rows);
+void add_walk_rows(World &world, Rivals &rivals, std::vector<Row> &rows);
+void add_restore_rows(World &world, Rivals &rivals, std::vector<Row> &rows);
 
 // Asks `count` questions and sums what each is answered.
 template <typename Ask>

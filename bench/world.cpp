@@ -7,6 +7,8 @@
 #include <random>
 #include <stdexcept>
 
+#include "global_data.hpp"
+
 namespace bench {
 
 namespace {
@@ -30,6 +32,10 @@ Place place_of_board(u32 board) {
 
 u16 type_of(u16 ptp_id) {
   return static_cast<u16>(first_type + ptp_id % type_num);
+}
+
+const PmGlobalData &data_of(const host::Instance &instance) {
+  return *static_cast<const PmGlobalData *>(instance.record.pLocalData);
 }
 
 void require(bool condition, const char *what) {
@@ -119,20 +125,51 @@ World::World(u32 ptps, Fill fill) : ptps_(ptps), ids_(ptps) {
     require(node.root.start_phase(*instance, phase) == PM_OK, "phase");
   }
   if (fill == Fill::all) {
-    for (u32 suffix = 0; suffix < type_num; ++suffix) {
-      const PmSubInnerSubInfo info = {0, static_cast<u16>(first_type + suffix), 1, 0, 0, 0};
-      node.ddm.preset(PM_CLASS_SUB_INFO, suffix, host::view_of(info));
-    }
-    for (u32 i = 0; i < ptps_; ++i) {
-      const auto ptp_id = static_cast<u16>(i);
-      node.ddm.preset(PM_CLASS_DYNAMIC, i, host::view_of(dynamic_record(ptps_, ptp_id)));
-      node.ddm.preset(PM_CLASS_STATIC, i, host::view_of(static_record(ptps_, ptp_id)));
-    }
-    node.run();
-    require(node.ddm.refused() == 0, "a record was refused");
-    require(node.ddm.delivered() == type_num + 2 * ptps_, "records are missing");
+    lay_records();
+    deliver_batches();
   }
   scope_ = std::make_unique<host::Scope>(*instance);
+}
+
+void World::lay_records() {
+  for (u32 suffix = 0; suffix < type_num; ++suffix) {
+    const PmSubInnerSubInfo info = {0, static_cast<u16>(first_type + suffix), 1, 0, 0, 0};
+    node.ddm.preset(PM_CLASS_SUB_INFO, suffix, host::view_of(info));
+  }
+  for (u32 i = 0; i < ptps_; ++i) {
+    const auto ptp_id = static_cast<u16>(i);
+    node.ddm.preset(PM_CLASS_DYNAMIC, i, host::view_of(dynamic_record(ptps_, ptp_id)));
+    node.ddm.preset(PM_CLASS_STATIC, i, host::view_of(static_record(ptps_, ptp_id)));
+  }
+}
+
+void World::deliver_batches() {
+  node.run();
+  require(node.ddm.refused() == 0, "a record was refused");
+  require(node.ddm.delivered() == type_num + 2 * ptps_, "records are missing");
+}
+
+void World::forget_places() {
+  empty_table(data_of(*instance).ulPhyIndexHash);
+}
+
+void World::forget_dynamic_records() {
+  const PmGlobalData &data = data_of(*instance);
+  std::memset(*data.pstPtpDynPubData, 0, data.ulDynRecordNum * sizeof(PtpDynPubData));
+}
+
+void World::forget_static_records() {
+  empty_table(data_of(*instance).ulStaticDbHash);
+}
+
+void World::empty_table(Handle table) {
+  for (u32 bucket = 0; bucket < node.hash.buckets(table); ++bucket) {
+    for (const void *linked : node.hash.bucket(table, bucket)) {
+      void *block = const_cast<void *>(linked);
+      (void)ZEL_HASH_Delete_Node(table, block, bucket);
+      (void)ZEL_Free(block);
+    }
+  }
 }
 
 void World::lay_chassis() {

@@ -47,12 +47,22 @@ class World {
   host::Node node;
   host::Instance *instance = nullptr;
 
+  // The owner's records into the data distribution, and from there to the instance.
+  void lay_records();
+  void deliver_batches();
+
+  // What has arrived or was remembered is gone, as if it had not come yet.
+  void forget_places();
+  void forget_dynamic_records();
+  void forget_static_records();
+
   // Makes this world the one that the process-wide specification speaks of. A world is entered when
   // it is made; with several, before one of them is used.
   void publish_spec();
 
  private:
   void lay_chassis();
+  void empty_table(Handle table);
   u32 ptps_;
   std::vector<u16> ids_;
   std::unique_ptr<host::Scope> scope_;
