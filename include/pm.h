@@ -1,4 +1,5 @@
-/* The whole interface of the library. */
+/** @file
+ * The whole interface of the library. */
 #ifndef PM_H
 #define PM_H
 

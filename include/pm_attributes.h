@@ -1,4 +1,5 @@
-/* Live attributes of a PTP, read through the callbacks of its port type's sub-line, and three that
+/** @file
+ * Live attributes of a PTP, read through the callbacks of its port type's sub-line, and three that
  * the library answers from its own records.
  *
  * Two layers. PM_LibGetSub...FromPTP call one callback each and hand the caller's buffer to it as
@@ -20,25 +21,25 @@ PM_C_BEGIN
 
 enum {
   PM_PHY_ADDR_LEN = 6,
-  PM_NAME_LEN = 32, /* characters of a name, which may lack a terminator */
+  PM_NAME_LEN = 32, /**< characters of a name, which may lack a terminator */
   PM_STATS_SIZE = 104
 };
 
-/* Live attributes of a PTP, natural alignment. Zero-filled before every callback. */
+/** Live attributes of a PTP, natural alignment. Zero-filled before every callback. */
 typedef struct PmSubAttr {
-  u32 ulMtu;
-  u32 ulReceiveSpeed;
-  u32 ulTransmitSpeed;
-  u8 aucPhyAddr[6];
-  u8 ucAdminStatus;
-  u8 ucLinkState;     /* 1 = connected */
-  u32 ulTxQLen;       /* transmit queue length */
-  u32 aulSpecific[2]; /* the product's own */
-  char szName[32];    /* may lack a terminator */
-  u8 ucReserved;      /* not read by the library */
-  u8 ucPromiscuousMode;
-  u32 ulCounterDiscontinuityTime;
-  u32 ulReserved; /* not read by the library */
+  u32 ulMtu;                      /**< MTU */
+  u32 ulReceiveSpeed;             /**< receive speed */
+  u32 ulTransmitSpeed;            /**< transmit speed */
+  u8 aucPhyAddr[6];               /**< physical address */
+  u8 ucAdminStatus;               /**< the sub-line's own value */
+  u8 ucLinkState;                 /**< 1 = connected */
+  u32 ulTxQLen;                   /**< transmit queue length */
+  u32 aulSpecific[2];             /**< the product's own */
+  char szName[32];                /**< may lack a terminator */
+  u8 ucReserved;                  /**< not read by the library */
+  u8 ucPromiscuousMode;           /**< the sub-line's own value */
+  u32 ulCounterDiscontinuityTime; /**< as the sub-line counts it */
+  u32 ulReserved;                 /**< not read by the library */
 } PmSubAttr;
 
 PM_PIN_SIZE(PmSubAttr, 76);
@@ -49,31 +50,31 @@ PM_PIN_OFFSET(PmSubAttr, szName, 32);
 PM_PIN_OFFSET(PmSubAttr, ucPromiscuousMode, 65);
 PM_PIN_OFFSET(PmSubAttr, ulCounterDiscontinuityTime, 68);
 
-/* Statistics of a PTP; the layout is its sub-line's business. */
+/** Statistics of a PTP; the layout is its sub-line's business. */
 typedef struct PmSubStats {
-  u8 aucData[104];
+  u8 aucData[104]; /**< the sub-line's own layout, handed through */
 } PmSubStats;
 
 PM_PIN_SIZE(PmSubStats, 104);
 
-/* Fields that a call of PmGetAttrPrivFunc must fill. */
+/** Fields that a call of PmGetAttrPrivFunc must fill. */
 enum {
-  PM_SUB_ATTR_MTU = 0,        /* ulMtu */
-  PM_SUB_ATTR_SPEED = 1,      /* ulReceiveSpeed, ulTransmitSpeed */
-  PM_SUB_ATTR_LINK_STATE = 2, /* ucLinkState */
-  PM_SUB_ATTR_TXQLEN = 3      /* ulTxQLen */
+  PM_SUB_ATTR_MTU = 0,        /**< ulMtu */
+  PM_SUB_ATTR_SPEED = 1,      /**< ulReceiveSpeed, ulTransmitSpeed */
+  PM_SUB_ATTR_LINK_STATE = 2, /**< ucLinkState */
+  PM_SUB_ATTR_TXQLEN = 3      /**< ulTxQLen */
 };
 
 /* The callback slots that answer for a PTP; when each is called, and what its failure means, stands
  * with PmSubCallBack. */
 
-/* Fills the statistics. */
+/** Fills the statistics. */
 typedef u32 (*PmGetStatsFunc)(u16 usPtpID, PmSubStats *pstStats);
-/* Fills the whole attribute record. */
+/** Fills the whole attribute record. */
 typedef u32 (*PmGetAttrFunc)(u16 usPtpID, PmSubAttr *pstAttr);
-/* Fills at least the fields of the selector, PM_SUB_ATTR_... */
+/** Fills at least the fields of the selector, PM_SUB_ATTR_... */
 typedef u32 (*PmGetAttrPrivFunc)(u16 usPtpID, u32 ulSelector, PmSubAttr *pstAttr);
-/* Writes the active speeds. */
+/** Writes the active speeds. */
 typedef u32 (*PmGetActiveSpeedFunc)(u16 usPtpID, u32 *pulTransmit, u32 *pulReceive);
 
 /**

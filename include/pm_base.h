@@ -1,4 +1,5 @@
-/* What every header of the library's interface needs. */
+/** @file
+ * What every header of the library's interface needs. */
 #ifndef PM_BASE_H
 #define PM_BASE_H
 
@@ -11,10 +12,10 @@
 #endif
 
 enum {
-  PM_COMP_TYPE = 54,        /* component type, module number and PID of the library */
-  PM_PTP_ID_NONE = 0xFFFF,  /* no particular PTP; the start of a walk */
-  PM_PTP_TYPE_ALL = 0xFFFF, /* every port type, in bookings and walks */
-  PM_BINDEX_ALL = 0xFFFF    /* the whole chassis, in walks */
+  PM_COMP_TYPE = 54,        /**< component type, module number and PID of the library */
+  PM_PTP_ID_NONE = 0xFFFF,  /**< no particular PTP; the start of a walk */
+  PM_PTP_TYPE_ALL = 0xFFFF, /**< every port type, in bookings and walks */
+  PM_BINDEX_ALL = 0xFFFF    /**< the whole chassis, in walks */
 };
 
 #endif

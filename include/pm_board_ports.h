@@ -1,4 +1,5 @@
-/* How many ports a board has. Its outer ports are numbered from 0, its inner ports follow without a
+/** @file
+ * How many ports a board has. Its outer ports are numbered from 0, its inner ports follow without a
  * gap, and together they are at most 255. The counts come from the device layer at every call;
  * nothing is kept. */
 #ifndef PM_BOARD_PORTS_H

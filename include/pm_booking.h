@@ -1,4 +1,5 @@
-/* Bookings: functions to be called when a primitive happens on a PTP of a port type. */
+/** @file
+ * Bookings: functions to be called when a primitive happens on a PTP of a port type. */
 #ifndef PM_BOOKING_H
 #define PM_BOOKING_H
 
@@ -6,27 +7,28 @@
 
 PM_C_BEGIN
 
-/* Primitive types with a source in the library; a type is 0 to 14. */
+/** Primitive types with a source in the library; a type is 0 to 14. */
 enum {
-  PM_PRIM_EXIST = 3,     /* a PTP has come into existence */
-  PM_PRIM_NOT_EXIST = 4, /* a PTP has gone out of existence */
-  PM_PRIM_PARA = 5,      /* carries two bytes */
+  PM_PRIM_EXIST = 3,     /**< a PTP has come into existence */
+  PM_PRIM_NOT_EXIST = 4, /**< a PTP has gone out of existence */
+  PM_PRIM_PARA = 5,      /**< carries two bytes */
   PM_PRIM_LINK_UP = 6,
   PM_PRIM_LINK_DOWN = 7,
-  PM_PRIM_VS_ADDED = 13,   /* carries the u16 VS ID */
-  PM_PRIM_VS_REMOVED = 14, /* carries the u16 VS ID */
+  PM_PRIM_VS_ADDED = 13,   /**< carries the u16 VS ID */
+  PM_PRIM_VS_REMOVED = 14, /**< carries the u16 VS ID */
   PM_PRIM_NUM = 15
 };
 
-/* A booked function. Runs in the task that raises the primitive. 0 and PM_RET_NOT_CONCERNED are
+/** A booked function. Runs in the task that raises the primitive. 0 and PM_RET_NOT_CONCERNED are
  * success. It may book and unbook functions of other primitive types. */
 typedef u32 (*PmBookFunc)(u16 usPtpID, u16 usPrimType, void *pPara);
 
 #pragma pack(push, 1)
 
+/** A function and the port type that it is to be called for. */
 typedef struct PmBookRecord {
-  u16 usType; /* port type; PM_PTP_TYPE_ALL = every port type */
-  PmBookFunc pfnBookFunc;
+  u16 usType;             /**< port type; PM_PTP_TYPE_ALL = every port type */
+  PmBookFunc pfnBookFunc; /**< called for PTPs of that type */
 } PmBookRecord;
 
 #pragma pack(pop)

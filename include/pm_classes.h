@@ -1,4 +1,5 @@
-/* PTPs as an object class of the host's capability and attribute services. */
+/** @file
+ * PTPs as an object class of the host's capability and attribute services. */
 #ifndef PM_CLASSES_H
 #define PM_CLASSES_H
 
@@ -8,11 +9,11 @@ PM_C_BEGIN
 
 enum { PM_OBJECT_CLASS = 3 };
 
-/* What a class hands to the two services when it registers. */
+/** What a class hands to the two services when it registers. */
 typedef struct PmClassMngtReg {
-  u32 (*pfnGetPtpType)(u32 ulValue, u16 usPtpID, u16 *pusPtpType);
-  u16 usModuleID;
-  u16 usClassValue;
+  u32 (*pfnGetPtpType)(u32 ulValue, u16 usPtpID, u16 *pusPtpType); /**< PM_LibGetPtpTypeForAttm */
+  u16 usModuleID;                                                  /**< PM_COMP_TYPE */
+  u16 usClassValue; /**< 32 for capabilities; that of the specification for attributes */
 } PmClassMngtReg;
 
 PM_PIN_SIZE32(PmClassMngtReg, 8);

@@ -1,4 +1,5 @@
-/* Co-classes of port types, and the product's mapping between ONTs and co-indexes. */
+/** @file
+ * Co-classes of port types, and the product's mapping between ONTs and co-indexes. */
 #ifndef PM_CO_CLASS_H
 #define PM_CO_CLASS_H
 

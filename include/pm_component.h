@@ -1,4 +1,5 @@
-/* The library as a component of the host: registration, construction, messages, start-up. */
+/** @file
+ * The library as a component of the host: registration, construction, messages, start-up. */
 #ifndef PM_COMPONENT_H
 #define PM_COMPONENT_H
 

@@ -1,4 +1,5 @@
-/* The operator's debug window: eight numbered commands with up to three parameters. */
+/** @file
+ * The operator's debug window: eight numbered commands with up to three parameters. */
 #ifndef PM_DEBUG_WINDOW_H
 #define PM_DEBUG_WINDOW_H
 
@@ -9,15 +10,15 @@ PM_C_BEGIN
 
 #pragma pack(push, 1)
 
-/* A debug-window message. */
+/** A debug-window message. */
 typedef struct PmDbwinMsg {
-  u32 ulHeader0;
-  u32 ulMsgType; /* PM_DBWIN_MSG_TYPE */
-  u8 aucHeader[12];
-  u32 ulCommand;
-  u32 ulSubCmd;
-  u32 ulPara1;
-  u32 ulPara2;
+  u32 ulHeader0;    /**< not read by the library */
+  u32 ulMsgType;    /**< PM_DBWIN_MSG_TYPE */
+  u8 aucHeader[12]; /**< not read by the library */
+  u32 ulCommand;    /**< command number */
+  u32 ulSubCmd;     /**< first parameter */
+  u32 ulPara1;      /**< second parameter */
+  u32 ulPara2;      /**< third parameter */
 } PmDbwinMsg;
 
 #pragma pack(pop)
@@ -27,11 +28,11 @@ PM_PIN_OFFSET(PmDbwinMsg, ulCommand, 20);
 
 enum { PM_DBWIN_MSG_TYPE = 0x4C };
 
-/* Levels of the help functions; every other level prints what PM_HELP_DETAIL prints. */
+/** Levels of the help functions; every other level prints what PM_HELP_DETAIL prints. */
 enum {
-  PM_HELP_SUMMARY = 0, /* the summary line of a command */
-  PM_HELP_DETAIL = 1,  /* its detail lines, one per sub-command; only command 1 has any */
-  PM_HELP_ALL = 255    /* both */
+  PM_HELP_SUMMARY = 0, /**< the summary line of a command */
+  PM_HELP_DETAIL = 1,  /**< its detail lines, one per sub-command; only command 1 has any */
+  PM_HELP_ALL = 255    /**< both */
 };
 
 /** Fills the current instance's command table. Called once, in start-up phase 2. */
@@ -175,19 +176,68 @@ PM_API void PM_LibShowOneHelpFunc(u32 ulCommand, u32 ulPara1, u32 ulPara2, u32 u
  * @param ulPara3  not used
  */
 PM_API void PM_LibHelpFunCmd1(u32 ulLevel, u32 ulPara1, u32 ulPara2, u32 ulPara3);
-/** The help of command 1; see PM_LibHelpFunCmd1. */
+/**
+ * The help of command 1; see PM_LibHelpFunCmd1.
+ *
+ * @param ulLevel  PM_HELP_...
+ * @param ulPara1  not used
+ * @param ulPara2  not used
+ * @param ulPara3  not used
+ */
 PM_API void PM_LibHelpFunCmd2(u32 ulLevel, u32 ulPara1, u32 ulPara2, u32 ulPara3);
-/** The help of command 2; see PM_LibHelpFunCmd1. */
+/**
+ * The help of command 2; see PM_LibHelpFunCmd1.
+ *
+ * @param ulLevel  PM_HELP_...
+ * @param ulPara1  not used
+ * @param ulPara2  not used
+ * @param ulPara3  not used
+ */
 PM_API void PM_LibHelpFunCmd3(u32 ulLevel, u32 ulPara1, u32 ulPara2, u32 ulPara3);
-/** The help of command 3; see PM_LibHelpFunCmd1. */
+/**
+ * The help of command 3; see PM_LibHelpFunCmd1.
+ *
+ * @param ulLevel  PM_HELP_...
+ * @param ulPara1  not used
+ * @param ulPara2  not used
+ * @param ulPara3  not used
+ */
 PM_API void PM_LibHelpFunCmd4(u32 ulLevel, u32 ulPara1, u32 ulPara2, u32 ulPara3);
-/** The help of command 4; see PM_LibHelpFunCmd1. */
+/**
+ * The help of command 4; see PM_LibHelpFunCmd1.
+ *
+ * @param ulLevel  PM_HELP_...
+ * @param ulPara1  not used
+ * @param ulPara2  not used
+ * @param ulPara3  not used
+ */
 PM_API void PM_LibHelpFunCmd5(u32 ulLevel, u32 ulPara1, u32 ulPara2, u32 ulPara3);
-/** The help of command 5; see PM_LibHelpFunCmd1. */
+/**
+ * The help of command 5; see PM_LibHelpFunCmd1.
+ *
+ * @param ulLevel  PM_HELP_...
+ * @param ulPara1  not used
+ * @param ulPara2  not used
+ * @param ulPara3  not used
+ */
 PM_API void PM_LibHelpFunCmd6(u32 ulLevel, u32 ulPara1, u32 ulPara2, u32 ulPara3);
-/** The help of command 6; see PM_LibHelpFunCmd1. */
+/**
+ * The help of command 6; see PM_LibHelpFunCmd1.
+ *
+ * @param ulLevel  PM_HELP_...
+ * @param ulPara1  not used
+ * @param ulPara2  not used
+ * @param ulPara3  not used
+ */
 PM_API void PM_LibHelpFunCmd7(u32 ulLevel, u32 ulPara1, u32 ulPara2, u32 ulPara3);
-/** The help of command 9; see PM_LibHelpFunCmd1. */
+/**
+ * The help of command 9; see PM_LibHelpFunCmd1.
+ *
+ * @param ulLevel  PM_HELP_...
+ * @param ulPara1  not used
+ * @param ulPara2  not used
+ * @param ulPara3  not used
+ */
 PM_API void PM_LibHelpFunCmd10(u32 ulLevel, u32 ulPara1, u32 ulPara2, u32 ulPara3);
 
 /*

@@ -1,4 +1,5 @@
-/* Descriptions and private static data of PTPs, read from the static records of the current
+/** @file
+ * Descriptions and private static data of PTPs, read from the static records of the current
  * instance. L below is the configured description length (PmSpec, index 3): 1 to 80 characters,
  * the terminator not counted. A greater length that was delivered all the same counts as 80, except
  * that a caller's buffer still has to be larger than it. Only existing PTPs of the port class

@@ -1,4 +1,5 @@
-/* Dynamic public records: what every PTP is and where it sits. One flat array per instance, indexed
+/** @file
+ * Dynamic public records: what every PTP is and where it sits. One flat array per instance, indexed
  * by PTP ID, filled by the data distribution. */
 #ifndef PM_DYNAMIC_DATA_H
 #define PM_DYNAMIC_DATA_H
@@ -9,17 +10,17 @@ PM_C_BEGIN
 
 #pragma pack(push, 1)
 
-/* Dynamic record of one PTP, as the data distribution delivers it; all zero = empty slot. */
+/** Dynamic record of one PTP, as the data distribution delivers it; all zero = empty slot. */
 typedef struct PtpDynPubData {
-  u16 usIndex1;       /* class 0: board index */
-  u16 usIndex2;       /* class 0: port number on the board */
-  u8 ucPtpClass;      /* PM_PTP_CLASS_... */
-  u8 ucExist;         /* nonzero = the PTP exists */
-  u16 usPtpType;      /* port type */
-  u8 ucInvisible;     /* 0 = visible, 1 = invisible */
-  u16 PrivDynDataID;  /* identifier of the PTP's private dynamic data */
-  u32 LastChangeTick; /* tick of the last change */
-  u32 ulVsMask;       /* bit n set = member of virtual system n */
+  u16 usIndex1;       /**< class 0: board index */
+  u16 usIndex2;       /**< class 0: port number on the board */
+  u8 ucPtpClass;      /**< PM_PTP_CLASS_... */
+  u8 ucExist;         /**< nonzero = the PTP exists */
+  u16 usPtpType;      /**< port type */
+  u8 ucInvisible;     /**< 0 = visible, 1 = invisible */
+  u16 PrivDynDataID;  /**< identifier of the PTP's private dynamic data */
+  u32 LastChangeTick; /**< tick of the last change */
+  u32 ulVsMask;       /**< bit n set = member of virtual system n */
 } PtpDynPubData;
 
 #pragma pack(pop)
@@ -35,22 +36,22 @@ PM_PIN_OFFSET(PtpDynPubData, LastChangeTick, 11);
 PM_PIN_OFFSET(PtpDynPubData, ulVsMask, 15);
 
 enum {
-  PM_PTP_CLASS_PORT = 0,  /* a physical port */
-  PM_PTP_CLASS_OTHER = 1, /* a PTP whose place only the product knows */
+  PM_PTP_CLASS_PORT = 0,  /**< a physical port */
+  PM_PTP_CLASS_OTHER = 1, /**< a PTP whose place only the product knows */
   PM_PTP_CLASS_NUM = 2
 };
 
-/* Selectors of the single-attribute functions, with the width of the field. */
+/** Selectors of the single-attribute functions, with the width of the field. */
 enum {
-  PM_DYN_ATTR_INDEX1 = 0,           /* u16 */
-  PM_DYN_ATTR_INDEX2 = 1,           /* u16 */
-  PM_DYN_ATTR_PTP_CLASS = 2,        /* u8 */
-  PM_DYN_ATTR_EXIST = 3,            /* u8 */
-  PM_DYN_ATTR_PTP_TYPE = 4,         /* u16 */
-  PM_DYN_ATTR_INVISIBLE = 5,        /* u8 */
-  PM_DYN_ATTR_PRIV_DYN_DATA_ID = 6, /* u16 */
-  PM_DYN_ATTR_LAST_CHANGE_TICK = 7, /* u32 */
-  PM_DYN_ATTR_VS_MASK = 8           /* u32, cannot be written */
+  PM_DYN_ATTR_INDEX1 = 0,           /**< u16 */
+  PM_DYN_ATTR_INDEX2 = 1,           /**< u16 */
+  PM_DYN_ATTR_PTP_CLASS = 2,        /**< u8 */
+  PM_DYN_ATTR_EXIST = 3,            /**< u8 */
+  PM_DYN_ATTR_PTP_TYPE = 4,         /**< u16 */
+  PM_DYN_ATTR_INVISIBLE = 5,        /**< u8 */
+  PM_DYN_ATTR_PRIV_DYN_DATA_ID = 6, /**< u16 */
+  PM_DYN_ATTR_LAST_CHANGE_TICK = 7, /**< u32 */
+  PM_DYN_ATTR_VS_MASK = 8           /**< u32, cannot be written */
 };
 
 /**

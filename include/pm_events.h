@@ -1,4 +1,5 @@
-/* Delivery of primitives to booked functions: from the host's messages, from service code and from
+/** @file
+ * Delivery of primitives to booked functions: from the host's messages, from service code and from
  * changes of the dynamic records. */
 #ifndef PM_EVENTS_H
 #define PM_EVENTS_H
@@ -10,21 +11,21 @@ PM_C_BEGIN
 
 #pragma pack(push, 1)
 
-/* A primitive message of the host. */
+/** A primitive message of the host. */
 typedef struct PmPrimMsg {
-  u16 usReserved;
-  u16 usPrimaryWord; /* primitive type */
-  u16 usPtpID;
-  u8 aucPara[2]; /* handed to the functions booked for PM_PRIM_PARA only */
-  u8 aucReserved[20];
+  u16 usReserved;     /**< not read by the library */
+  u16 usPrimaryWord;  /**< primitive type */
+  u16 usPtpID;        /**< PTP that the primitive happened on */
+  u8 aucPara[2];      /**< handed to the functions booked for PM_PRIM_PARA only */
+  u8 aucReserved[20]; /**< not read by the library */
 } PmPrimMsg;
 
-/* A primitive message wrapped by the device layer. */
+/** A primitive message wrapped by the device layer. */
 typedef struct PmDevDdmTlv {
-  u8 aucReserved1[10];
-  u32 ulLength; /* of the value, 28 */
-  u8 aucReserved2[2];
-  PmPrimMsg stValue;
+  u8 aucReserved1[10]; /**< not read by the library */
+  u32 ulLength;        /**< of the value, 28 */
+  u8 aucReserved2[2];  /**< not read by the library */
+  PmPrimMsg stValue;   /**< the primitive message */
 } PmDevDdmTlv;
 
 #pragma pack(pop)

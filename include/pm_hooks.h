@@ -1,4 +1,5 @@
-/* What a product adds to the library: the table of product hooks.
+/** @file
+ * What a product adds to the library: the table of product hooks.
  *
  * There is one process-wide table and, optionally, one per instance. A table is copied whole when
  * it is registered; a later registration replaces it; neither is ever cleared. Registration is
@@ -11,32 +12,33 @@
 
 PM_C_BEGIN
 
+/** The product hooks. */
 typedef struct PmProductMngt {
-  /* After the library's own work of each start-up phase. Empty: skipped. */
+  /** After the library's own work of each start-up phase. Empty: skipped. */
   u32 (*pfnPhaseProc)(u32 enPhase);
-  /* Not called by the library. */
+  /** Not called by the library. */
   u32 (*pfnReserved1)(void);
-  /* Not called by the library. */
+  /** Not called by the library. */
   u32 (*pfnReserved2)(void);
-  /* Co-index and co-type of an ONT; the five words of PM_LibGetCoIndexAndCotypeByFspOntid. Empty:
+  /** Co-index and co-type of an ONT; the five words of PM_LibGetCoIndexAndCotypeByFspOntid. Empty:
    * that function answers PM_ERR_PARA. */
   u32 (*pfnGetCoIndexByFspOntid)(PmWord ulWord1, PmWord ulWord2, PmWord ulWord3, PmWord ulWord4,
                                  PmWord ulWord5);
-  /* Back again; the three words of PM_LibGetFspOntidByCoIndexAndCotype. Empty: PM_ERR_PARA. */
+  /** Back again; the three words of PM_LibGetFspOntidByCoIndexAndCotype. Empty: PM_ERR_PARA. */
   u32 (*pfnGetFspOntidByCoIndex)(PmWord ulWord1, PmWord ulWord2, PmWord ulWord3);
-  /* In the FID start-up, with the registration list empty: the product registers its sub-lines
+  /** In the FID start-up, with the registration list empty: the product registers its sub-lines
    * here. Empty: success. */
   u32 (*pfnZelCfg)(void);
-  /* Once per instance, when its first dynamic record has created the store; the only slot that is
+  /** Once per instance, when its first dynamic record has created the store; the only slot that is
    * also taken from the instance's own table. Empty: skipped. */
   u32 (*pfnEventRegister)(void);
-  /* The two words of PM_LibPltOperCheckRegister. Empty: PM_ERR_PARA. */
+  /** The two words of PM_LibPltOperCheckRegister. Empty: PM_ERR_PARA. */
   u32 (*pfnOperCheckRegister)(PmWord ulWord1, PmWord ulWord2);
-  /* The two words of PM_LibPltRegisterPtpCapAttrInitFunc. Empty: PM_ERR_PARA. */
+  /** The two words of PM_LibPltRegisterPtpCapAttrInitFunc. Empty: PM_ERR_PARA. */
   u32 (*pfnRegisterPtpCapAttrInitFunc)(PmWord ulWord1, PmWord ulWord2);
-  /* The two words of PM_LibPltSetInstanceDynAttributeDefaultValue. Empty: PM_ERR_PARA. */
+  /** The two words of PM_LibPltSetInstanceDynAttributeDefaultValue. Empty: PM_ERR_PARA. */
   u32 (*pfnSetInstanceDynAttributeDefaultValue)(PmWord ulWord1, PmWord ulWord2);
-  /* Not called by the library. */
+  /** Not called by the library. */
   u32 (*pfnReserved10)(void);
 } PmProductMngt;
 

@@ -1,4 +1,5 @@
-/* From a PTP ID to its class, place and port type. Outputs are written on success only. */
+/** @file
+ * From a PTP ID to its class, place and port type. Outputs are written on success only. */
 #ifndef PM_IDENTITY_H
 #define PM_IDENTITY_H
 
@@ -6,16 +7,16 @@
 
 PM_C_BEGIN
 
-/* Reads the board index and port number of a PTP of the class; returns 0 on success. */
+/** Reads the board index and port number of a PTP of the class; returns 0 on success. */
 typedef u32 (*PmGetPhyIndexFunc)(u16 usPtpID, u16 *pusBIndex, u8 *pucPort);
-/* A function that the library stores and never calls. */
+/** A function that the library stores and never calls. */
 typedef u32 (*PmUncalledFunc)(void);
 
-/* What a product registers for a PTP class. Copied whole at registration. */
+/** What a product registers for a PTP class. Copied whole at registration. */
 typedef struct PmPtpClassFunc {
-  PmUncalledFunc pfnFunc0;
-  PmUncalledFunc pfnFunc1;
-  PmGetPhyIndexFunc pfnGetPhyIndex;
+  PmUncalledFunc pfnFunc0;          /**< not called by the library */
+  PmUncalledFunc pfnFunc1;          /**< not called by the library */
+  PmGetPhyIndexFunc pfnGetPhyIndex; /**< place of a PTP of the class */
 } PmPtpClassFunc;
 
 PM_PIN_SIZE32(PmPtpClassFunc, 12);

@@ -1,4 +1,5 @@
-/* Deletion of the configuration of objects. The process that owns the PTP database does it and
+/** @file
+ * Deletion of the configuration of objects. The process that owns the PTP database does it and
  * reports the result later; the library asks, requests, delivers the result, and knows how many
  * deletions are under way. Questions and requests block the caller until the owner has answered. */
 #ifndef PM_OBJECT_DELETION_H
@@ -10,12 +11,12 @@ PM_C_BEGIN
 
 #pragma pack(push, 1)
 
-/* An object addressed by frame, slot, port and ONT, as it travels to and from the owner. */
+/** An object addressed by frame, slot, port and ONT, as it travels to and from the owner. */
 typedef struct PmFspOntid {
-  u16 usFrameID;
-  u8 ucSlotID;
-  u8 ucPortID;
-  u32 ulOntID;
+  u16 usFrameID; /**< frame ID */
+  u8 ucSlotID;   /**< slot ID */
+  u8 ucPortID;   /**< port number */
+  u32 ulOntID;   /**< ONT ID */
 } PmFspOntid;
 
 #pragma pack(pop)
@@ -26,14 +27,18 @@ PM_PIN_OFFSET(PmFspOntid, ucPortID, 3);
 PM_PIN_OFFSET(PmFspOntid, ulOntID, 4);
 
 enum {
-  PM_DEL_TEXT_LEN_MAX = 255 /* longest text of a deletion request, in characters */
+  PM_DEL_TEXT_LEN_MAX = 255 /**< longest text of a deletion request, in characters */
 };
 
-/* Learns the result of a deletion, 0 = deleted. Runs in the task in which the framework delivers
+/** Learns the result of a deletion, 0 = deleted. Runs in the task in which the framework delivers
  * the published service; any result but 0 is recorded. */
 typedef u32 (*PmDelObjectCompletionFunc)(PmFspOntid *pstKey, u32 ulResult);
 
-/** Number of objects whose deletion is under way, not a result code; 0 outside an instance. */
+/**
+ * The number of objects whose deletion is under way.
+ *
+ * @return the number (not a result code); 0 outside an instance
+ */
 PM_API u32 PM_LibGetObjectNumInDelete(void);
 
 /**

@@ -1,4 +1,5 @@
-/* Data-distribution classes: the subscriptions and the restore handlers.
+/** @file
+ * Data-distribution classes: the subscriptions and the restore handlers.
  *
  * The library's tables are replicas. An instance subscribes once, in start-up phase 1, to six data
  * classes; from then on the data distribution delivers the records of each class to its handler, in
@@ -17,25 +18,25 @@
 
 PM_C_BEGIN
 
-/* Data classes. */
+/** Data classes. */
 enum {
-  PM_CLASS_SPEC = 0x360000,        /* PmSpec, not subscribed */
-  PM_CLASS_ATTR_CB = 0x360001,     /* PmAttrCB, not subscribed */
-  PM_CLASS_SUB_ATTR = 0x360003,    /* PmSubAttrNum */
-  PM_CLASS_SUB_INFO = 0x360004,    /* PmSubInnerSubInfo; key: u32 suffix */
-  PM_CLASS_DYNAMIC = 0x360011,     /* PtpDynPubData; key: u32 PTP ID */
-  PM_CLASS_STATIC = 0x360030,      /* PtpStaticData */
-  PM_CLASS_OBJ_DEL_NUM = 0x360031, /* u32 number of objects in deletion */
-  PM_CLASS_PRIM_NOTIFY = 0x360040  /* PmPrimNotify */
+  PM_CLASS_SPEC = 0x360000,        /**< PmSpec, not subscribed */
+  PM_CLASS_ATTR_CB = 0x360001,     /**< PmAttrCB, not subscribed */
+  PM_CLASS_SUB_ATTR = 0x360003,    /**< PmSubAttrNum */
+  PM_CLASS_SUB_INFO = 0x360004,    /**< PmSubInnerSubInfo; key: u32 suffix */
+  PM_CLASS_DYNAMIC = 0x360011,     /**< PtpDynPubData; key: u32 PTP ID */
+  PM_CLASS_STATIC = 0x360030,      /**< PtpStaticData */
+  PM_CLASS_OBJ_DEL_NUM = 0x360031, /**< u32 number of objects in deletion */
+  PM_CLASS_PRIM_NOTIFY = 0x360040  /**< PmPrimNotify */
 };
 
 #pragma pack(push, 1)
 
-/* A primitive delivered as data. */
+/** A primitive delivered as data. */
 typedef struct PmPrimNotify {
-  u16 usPrimType;
-  u16 usPtpID;
-  u8 aucPara[28]; /* its address is the parameter of the booked functions */
+  u16 usPrimType; /**< primitive type */
+  u16 usPtpID;    /**< PTP that it happened on */
+  u8 aucPara[28]; /**< its address is the parameter of the booked functions */
 } PmPrimNotify;
 
 #pragma pack(pop)

@@ -1,10 +1,11 @@
-/* Result codes: 0 is success, and the answer "yes" of a yes/no question. */
+/** @file
+ * Result codes: 0 is success, and the answer "yes" of a yes/no question. */
 #ifndef PM_RESULT_H
 #define PM_RESULT_H
 
 #include "pm_base.h"
 
-/* The one list: name, value, meaning. */
+/** The one list: name, value, meaning. */
 #define PM_RESULT_LIST(X)                                                                         \
   X(PM_ERR_VS_CONDITION, 0x68937E, "a virtual-system membership question is answered with no")    \
   X(PM_ERR_MEM_OPER, 0x68937F, "a copy into the library's state or a start-up allocation failed") \
@@ -36,10 +37,12 @@
   X(PM_ERR_PTP_NOT_IN_VS, 0x6909C7, "the PTP is not in the asked virtual system")
 
 #ifdef __cplusplus
+/** Makes an entry of the list a constant. */
 #define PM_RESULT_VALUE(name, value, text) inline constexpr u32 name = (value);
 inline constexpr u32 PM_OK = 0;
 PM_RESULT_LIST(PM_RESULT_VALUE)
 #else
+/** Makes an entry of the list a constant. */
 #define PM_RESULT_VALUE(name, value, text) name = (value),
 enum { PM_OK = 0, PM_RESULT_LIST(PM_RESULT_VALUE) };
 #endif

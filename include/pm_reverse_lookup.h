@@ -1,4 +1,5 @@
-/* From a place to the PTP ID. Answers are cached; a cached answer is checked against the PTP's
+/** @file
+ * From a place to the PTP ID. Answers are cached; a cached answer is checked against the PTP's
  * record before it is given, so writers of the records never touch the cache. "None" is not cached:
  * asking for a place without a PTP scans all records every time. */
 #ifndef PM_REVERSE_LOOKUP_H
@@ -10,17 +11,18 @@ PM_C_BEGIN
 
 #pragma pack(push, 1)
 
+/** What a cached answer is found by. */
 typedef struct PmPhyIndexKey {
-  u8 ucPtpClass;
-  u16 usIndex1;
-  u16 usIndex2;
+  u8 ucPtpClass; /**< PTP class */
+  u16 usIndex1;  /**< first physical index */
+  u16 usIndex2;  /**< second physical index */
 } PmPhyIndexKey;
 
-/* A cached answer; the link words belong to the host's hash table. */
+/** A cached answer; the link words belong to the host's hash table. */
 typedef struct PmPhyIndexNode {
-  PmWord aulLink[3];
-  PmPhyIndexKey stKey;
-  u16 usPtpID;
+  PmWord aulLink[3];   /**< the host's hash table's own */
+  PmPhyIndexKey stKey; /**< what was asked */
+  u16 usPtpID;         /**< what was answered */
 } PmPhyIndexNode;
 
 #pragma pack(pop)

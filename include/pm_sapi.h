@@ -1,4 +1,5 @@
-/* Remote services: the two that the library publishes, and the link event that it sends to the
+/** @file
+ * Remote services: the two that the library publishes, and the link event that it sends to the
  * process that owns the PTP database. The other calls of that process are in pm_virtual_ptp.h and
  * pm_object_deletion.h. */
 #ifndef PM_SAPI_H

@@ -1,4 +1,5 @@
-/* Static records: the configuration of every PTP that does not change with its link state.
+/** @file
+ * Static records: the configuration of every PTP that does not change with its link state.
  *
  * Every instance holds a replica in a hash table of its own, which its first record creates and
  * which lives as long as the instance. Only the restore paths write it: data distribution and
@@ -12,7 +13,7 @@ PM_C_BEGIN
 
 #pragma pack(push, 1)
 
-/* Static record of one PTP, as data distribution and synchronisation carry it. A record of 214
+/** Static record of one PTP, as data distribution and synchronisation carry it. A record of 214
  * bytes of 0xFF means that the PTP has no static data.
  *
  * The description takes as many bytes as the description length L (PmSpec, 1 to 80) plus one for
@@ -20,21 +21,21 @@ PM_C_BEGIN
  * 14 + L. The two last fields below stand where L = 80 puts them; read the private data with
  * PM_LibGetPrivStaticDataFromPTP, which knows L. */
 typedef struct PtpStaticData {
-  u16 usPtpID;
-  u16 usBIndex;
-  u8 ucPortID;
-  u8 ucLinkUpDownTrap; /* 1 = on, any other value = off */
-  u16 usType;
-  u8 ucVisible; /* 0 = visible, any other value = invisible */
-  u32 ulVsMask;
-  char szDescription[81];
-  u8 aucPriData[120];
+  u16 usPtpID;            /**< PTP ID */
+  u16 usBIndex;           /**< board index */
+  u8 ucPortID;            /**< port number on the board */
+  u8 ucLinkUpDownTrap;    /**< 1 = on, any other value = off */
+  u16 usType;             /**< port type */
+  u8 ucVisible;           /**< 0 = visible, any other value = invisible */
+  u32 ulVsMask;           /**< bit n set = member of virtual system n */
+  char szDescription[81]; /**< may lack a terminator */
+  u8 aucPriData[120];     /**< private data */
 } PtpStaticData;
 
-/* A record in the static database; the link words belong to the host's hash table. */
+/** A record in the static database; the link words belong to the host's hash table. */
 typedef struct PmStaticDBNode {
-  PmWord aulLink[3];
-  PtpStaticData stData;
+  PmWord aulLink[3];    /**< the host's hash table's own */
+  PtpStaticData stData; /**< the record */
 } PmStaticDBNode;
 
 #pragma pack(pop)
@@ -51,7 +52,7 @@ PM_PIN_OFFSET(PtpStaticData, aucPriData, 94);
 PM_PIN_SIZE32(PmStaticDBNode, 226);
 
 enum {
-  PM_PRI_DATA_SIZE = 120 /* bytes of private static data in a static record */
+  PM_PRI_DATA_SIZE = 120 /**< bytes of private static data in a static record */
 };
 
 /**

@@ -1,4 +1,5 @@
-/* Port types and their numbering: the per-instance control block, the records of the port types and
+/** @file
+ * Port types and their numbering: the per-instance control block, the records of the port types and
  * the table of their callbacks.
  *
  * A port type has a value, any u16 up to a highest one, and a suffix, its dense position from 0 to
@@ -15,29 +16,29 @@ PM_C_BEGIN
 
 #pragma pack(push, 1)
 
-/* Record of one port type, as data distribution delivers it; its index is the suffix. */
+/** Record of one port type, as data distribution delivers it; its index is the suffix. */
 typedef struct PmSubInnerSubInfo {
-  u16 usReserved; /* kept as delivered */
-  u16 usPtpType;  /* port type value */
-  u8 ucVisible;   /* visible flag, shown by the debug window */
-  u8 ucReserved;  /* kept as delivered */
-  u16 usCapType;  /* capability type */
-  u16 usCoClass;  /* co-class */
+  u16 usReserved; /**< kept as delivered */
+  u16 usPtpType;  /**< port type value */
+  u8 ucVisible;   /**< visible flag, shown by the debug window */
+  u8 ucReserved;  /**< kept as delivered */
+  u16 usCapType;  /**< capability type */
+  u16 usCoClass;  /**< co-class */
 } PmSubInnerSubInfo;
 
-/* Control block of an instance's port types. */
+/** Control block of an instance's port types. */
 typedef struct PmSubAttrCB {
-  u16 usPtpTypeNum;                      /* number of port types, so of suffixes */
-  u16 usMaxPtpTypeValue;                 /* highest port type value */
-  PmSubInnerSubInfo *pstSubInnerSubInfo; /* records by suffix; null until the first arrives */
+  u16 usPtpTypeNum;                      /**< number of port types, so of suffixes */
+  u16 usMaxPtpTypeValue;                 /**< highest port type value */
+  PmSubInnerSubInfo *pstSubInnerSubInfo; /**< records by suffix; null until the first arrives */
 } PmSubAttrCB;
 
-/* Callbacks of one port type. Entry i is that of the i-th registered sub-line; entries for which no
- * sub-line is registered are all zero. */
+/** Callbacks of one port type. Entry i is that of the i-th registered sub-line; entries for which
+ * no sub-line is registered are all zero. */
 typedef struct PmSubCallBackEntry {
-  u16 usPtpType;
-  PmSubCallBack stCallBack;
-  u32 ulReserved; /* always zero */
+  u16 usPtpType;            /**< port type that the callbacks serve */
+  PmSubCallBack stCallBack; /**< from the registration */
+  u32 ulReserved;           /**< always zero */
 } PmSubCallBackEntry;
 
 #pragma pack(pop)

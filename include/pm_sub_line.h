@@ -1,4 +1,5 @@
-/* Registration of sub-lines: the product code that owns a port type. */
+/** @file
+ * Registration of sub-lines: the product code that owns a port type. */
 #ifndef PM_SUB_LINE_H
 #define PM_SUB_LINE_H
 
@@ -7,10 +8,10 @@
 
 PM_C_BEGIN
 
-/* A callback that the library keeps and returns but never calls. */
+/** A callback that the library keeps and returns but never calls. */
 typedef u32 (*PmSubLineFunc)(void);
 
-/* The callback table of a sub-line: how the library reads the live attributes of the PTPs of one
+/** The callback table of a sub-line: how the library reads the live attributes of the PTPs of one
  * port type.
  *
  * Life cycle. A product fills a table inside its PmSubLineInfo and registers it from its
@@ -60,40 +61,41 @@ typedef u32 (*PmSubLineFunc)(void);
  *
  * The functions that are never called are kept and returned by the lookups of pm_sub_lookup.h. */
 typedef struct PmSubCallBack {
-  PmSubLineFunc pfnSetAdmin;
-  PmSubLineFunc pfnSetPromiscuousMode;
-  PmGetStatsFunc pfnGetStats;
-  PmGetAttrFunc pfnGetAttr;
-  PmGetAttrPrivFunc pfnGetAttrPriv;
-  PmSubLineFunc pfnSynExtract;
-  PmSubLineFunc pfnSynRestore;
-  PmGetActiveSpeedFunc pfnGetActiveSpeed;
-  PmSubLineFunc pfnGetReplaceType;
+  PmSubLineFunc pfnSetAdmin;              /**< not called by the library */
+  PmSubLineFunc pfnSetPromiscuousMode;    /**< not called by the library */
+  PmGetStatsFunc pfnGetStats;             /**< statistics */
+  PmGetAttrFunc pfnGetAttr;               /**< general attributes */
+  PmGetAttrPrivFunc pfnGetAttrPriv;       /**< one attribute by selector */
+  PmSubLineFunc pfnSynExtract;            /**< not called by the library */
+  PmSubLineFunc pfnSynRestore;            /**< not called by the library */
+  PmGetActiveSpeedFunc pfnGetActiveSpeed; /**< speeds in use */
+  PmSubLineFunc pfnGetReplaceType;        /**< not called by the library */
 } PmSubCallBack;
 
 PM_PIN_SIZE32(PmSubCallBack, 36);
 
-/* What a product hands over to register a sub-line. Copied whole, the unread words included; the
+/** What a product hands over to register a sub-line. Copied whole, the unread words included; the
  * caller keeps ownership. */
 typedef struct PmSubLineInfo {
-  u16 usPtpType; /* port type, unique among the registered sub-lines */
-  u32 ulPID;     /* PM_PID_NONE: the sub-line has no process of its own */
-  u32 aulReserved1[2];
-  u32 (*pfnInitFunc)(u32 enPhase); /* start-up function of the PID; unused without one */
-  void (*pfnMainProc)(void *pMsg); /* message function of the PID; unused without one */
-  u32 aulReserved2[2];
-  PmSubCallBack stCallBack;
+  u16 usPtpType;                   /**< port type, unique among the registered sub-lines */
+  u32 ulPID;                       /**< PM_PID_NONE: the sub-line has no process of its own */
+  u32 aulReserved1[2];             /**< not read by the library */
+  u32 (*pfnInitFunc)(u32 enPhase); /**< start-up function of the PID; unused without one */
+  void (*pfnMainProc)(void *pMsg); /**< message function of the PID; unused without one */
+  u32 aulReserved2[2];             /**< not read by the library */
+  PmSubCallBack stCallBack;        /**< kept for the callback table */
 } PmSubLineInfo;
 
 PM_PIN_SIZE32(PmSubLineInfo, 68);
 PM_PIN_OFFSET32(PmSubLineInfo, stCallBack, 32);
 
+/** ulPID of a sub-line without a process of its own. */
 #define PM_PID_NONE 0xFFFFFFFFu
 
-/* A registration held by the library. */
+/** A registration held by the library. */
 typedef struct PmSubInfoNode {
-  PmSubLineInfo stInfo;
-  struct PmSubInfoNode *pstNext;
+  PmSubLineInfo stInfo;          /**< as registered */
+  struct PmSubInfoNode *pstNext; /**< the next registration; null = the last */
 } PmSubInfoNode;
 
 PM_PIN_SIZE32(PmSubInfoNode, 72);

@@ -1,4 +1,5 @@
-/* Questions about port types: known or not, suffix, record, callbacks.
+/** @file
+ * Questions about port types: known or not, suffix, record, callbacks.
  *
  * Every search takes the first match in suffix order. Outputs are written on success only. A
  * pointer handed out designates the instance's own table: it stays valid as long as the instance,

@@ -1,4 +1,5 @@
-/* Active/standby synchronisation of the static data.
+/** @file
+ * Active/standby synchronisation of the static data.
  *
  * The active board's static records are copied to the standby board unit by unit; a unit is the
  * record of one PTP. A restore from the data distribution marks the PTP's unit as changed, the
@@ -15,14 +16,14 @@ PM_C_BEGIN
 
 #pragma pack(push, 1)
 
-/* One unit: the static data of one PTP; the unit index is the PTP ID, 0 to the maximum PTP ID. The
+/** One unit: the static data of one PTP; the unit index is the PTP ID, 0 to the maximum PTP ID. The
  * restore does not read the first two bytes. */
 typedef struct PmSynRecord {
-  u8 ucReserved;        /* 0 */
-  u8 ucModule;          /* PM_SYN_MODULE */
-  u16 usLen;            /* 214 */
-  u16 usVersion;        /* 0, the only version */
-  PtpStaticData stData; /* every byte 0xFF: the PTP has no static data */
+  u8 ucReserved;        /**< 0 */
+  u8 ucModule;          /**< PM_SYN_MODULE */
+  u16 usLen;            /**< 214 */
+  u16 usVersion;        /**< 0, the only version */
+  PtpStaticData stData; /**< every byte 0xFF: the PTP has no static data */
 } PmSynRecord;
 
 #pragma pack(pop)
@@ -32,7 +33,7 @@ PM_PIN_OFFSET(PmSynRecord, usLen, 2);
 PM_PIN_OFFSET(PmSynRecord, usVersion, 4);
 PM_PIN_OFFSET(PmSynRecord, stData, 6);
 
-enum { PM_SYN_MODULE = 5 /* the static data at the synchronisation module */ };
+enum { PM_SYN_MODULE = 5 /**< the static data at the synchronisation module */ };
 
 /**
  * Registers the static data with the synchronisation module. Called once, in start-up phase 8: the

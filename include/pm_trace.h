@@ -1,4 +1,5 @@
-/* The four trace switches and the one conditional printer. */
+/** @file
+ * The four trace switches and the one conditional printer. */
 #ifndef PM_TRACE_H
 #define PM_TRACE_H
 
@@ -6,12 +7,12 @@
 
 PM_C_BEGIN
 
-/* Trace switches; all are off after start-up. */
+/** Trace switches; all are off after start-up. */
 enum {
-  PM_SWITCH_FUNCTION = 0, /* function trace and failures of lower-level lookups */
-  PM_SWITCH_ERROR = 1,    /* failures of exported functions */
-  PM_SWITCH_DATA = 2,     /* data modification supervision */
-  PM_SWITCH_SYNC = 3,     /* synchronisation and smooth information */
+  PM_SWITCH_FUNCTION = 0, /**< function trace and failures of lower-level lookups */
+  PM_SWITCH_ERROR = 1,    /**< failures of exported functions */
+  PM_SWITCH_DATA = 2,     /**< data modification supervision */
+  PM_SWITCH_SYNC = 3,     /**< synchronisation and smooth information */
   PM_SWITCH_NUM = 4
 };
 

@@ -1,4 +1,5 @@
-/* Virtual PTPs and descriptions: requests to the process that owns the PTP database. Each blocks
+/** @file
+ * Virtual PTPs and descriptions: requests to the process that owns the PTP database. Each blocks
  * the caller until the owner has answered. Pointers and lengths are handed to the remote-call layer
  * unchecked. */
 #ifndef PM_VIRTUAL_PTP_H
@@ -10,13 +11,13 @@ PM_C_BEGIN
 
 #pragma pack(push, 1)
 
-/* The PTP to create as a virtual PTP, as it travels to the owner. */
+/** The PTP to create as a virtual PTP, as it travels to the owner. */
 typedef struct PmVirtualPtpDesc {
-  u8 ucPtpClass; /* PM_PTP_CLASS_... */
-  u8 ucReserved; /* sent, not read by the library */
-  u16 usIndex1;
-  u16 usIndex2;
-  u16 usPtpType; /* port type */
+  u8 ucPtpClass; /**< PM_PTP_CLASS_... */
+  u8 ucReserved; /**< sent, not read by the library */
+  u16 usIndex1;  /**< first physical index */
+  u16 usIndex2;  /**< second physical index */
+  u16 usPtpType; /**< port type */
 } PmVirtualPtpDesc;
 
 #pragma pack(pop)

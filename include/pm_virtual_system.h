@@ -1,4 +1,5 @@
-/* Virtual systems, visibility and the physical state of ports.
+/** @file
+ * Virtual systems, visibility and the physical state of ports.
  *
  * A PTP belongs to the virtual systems whose bits are set in its ulVsMask. There are nine; a higher
  * bit is no virtual system, but the membership test reads it and the exclusive test minds it. */
@@ -9,7 +10,7 @@
 
 PM_C_BEGIN
 
-enum { PM_VS_NUM = 9 /* virtual systems 0 to 8 */ };
+enum { PM_VS_NUM = 9 /**< virtual systems 0 to 8 */ };
 
 /**
  * How many virtual systems a mask names.

@@ -1,4 +1,5 @@
-/* Walks over the physical ports in frame, slot, port order.
+/** @file
+ * Walks over the physical ports in frame, slot, port order.
  *
  * A walk has no state: every call is given the PTP before and answers the next one, so it can stop
  * and go on at will. It starts from PM_PTP_ID_NONE and ends with PM_ERR_NO_MORE. Only PTPs of class
@@ -13,10 +14,10 @@
 
 PM_C_BEGIN
 
-/* Visibility filter of the inner steps, compared with a record's ucInvisible. */
+/** Visibility filter of the inner steps, compared with a record's ucInvisible. */
 enum { PM_FILTER_VISIBLE = 0, PM_FILTER_INVISIBLE = 1, PM_FILTER_ALL = 2 };
 
-enum { PM_VS_ID_ALL = 0xFFFF /* no virtual-system filter */ };
+enum { PM_VS_ID_ALL = 0xFFFF /**< no virtual-system filter */ };
 
 /**
  * The next physical port, visible or not.

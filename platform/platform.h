@@ -1,4 +1,5 @@
-/* Every service of the host. */
+/** @file
+ * Every service of the host. */
 #ifndef PLATFORM_PLATFORM_H
 #define PLATFORM_PLATFORM_H
 
