@@ -5,10 +5,10 @@ usage: check_sessions.py [--new] [--node COMMAND] FILE ...
 
 A session is a block fenced as ```console. A line that begins with "$ " is a shell command; lines that
 begin with "pmnode> " are what is then typed at its prompt; the others are the output. A line "..."
-stands for any number of lines, 0xADDRESS for any address, and blank lines do not count. Shell
-commands run in the folder that this is called from. With --new the output in the files is replaced
-by what came out, but for sessions with a "...". A session without a shell command is typed at the
-prompt of COMMAND.
+stands for any number of lines, 0xADDRESS for any address, ___ for a line in a source file, and blank
+lines do not count. Shell commands run in the folder that this is called from. With --new the output
+in the files is replaced by what came out, but for what a "..." at its beginning stands for, and for
+output with a "..." elsewhere. A session without a shell command is typed at the prompt of COMMAND.
 """
 import re
 import subprocess
@@ -16,6 +16,7 @@ import sys
 import tempfile
 
 PROMPT = "pmnode> "
+SOURCE_LINE = re.compile(r"(\bpm_lib_\w+ +\d{1,3})\d{3}\b")
 ADDRESS = re.compile(r"0x[0-9a-f]{8,16}\b")
 FENCE = re.compile(r"^```console\n(.*?)^```\n", re.M | re.S)
 
@@ -43,7 +44,7 @@ def steps_of(block):
 
 def run(step, node):
     command = step.command or node
-    if step.typed:
+    if step.typed and "--script" not in command:  # else the script types them
         script = tempfile.NamedTemporaryFile("w", suffix=".pmn")
         script.write("\n".join(step.typed) + "\n")
         script.flush()
@@ -58,7 +59,7 @@ def run(step, node):
     if step.command is None:  # what the start shows is no part of it
         first = next((place for place, line in enumerate(lines) if line.startswith(PROMPT)), 0)
         lines = lines[first:]
-    return [ADDRESS.sub("0xADDRESS", line) for line in lines if line]
+    return [SOURCE_LINE.sub(r"\1___", ADDRESS.sub("0xADDRESS", line)) for line in lines if line]
 
 
 def agree(shown, printed):
@@ -92,6 +93,11 @@ def main():
                 ran += 1 + len(step.typed)
                 if step.command is not None:
                     made.append("$ " + step.command)
+                if new and shown[:1] == ["..."] and step.typed:
+                    made.append("...")
+                    first = next(n for n, line in enumerate(printed) if line.startswith(PROMPT))
+                    printed = printed[first:]
+                    shown = shown[1:]
                 if new and "..." not in shown:
                     for line in printed:
                         made += ["", line] if line.startswith(PROMPT) and made else [line]
