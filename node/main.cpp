@@ -69,7 +69,7 @@ void converse(node::Console &console, Inputs &inputs, const node::Options &optio
   }
   if (!options.script.empty()) {
     console.run_script(inputs.script, options.script, true);
-    if (console.quitting() || (!terminal && options.panel.empty())) {
+    if (options.panel.empty() && (console.quitting() || !terminal)) {
       return;
     }
     std::cout << "\n";
@@ -114,7 +114,7 @@ int run(const node::Options &options) {
     } else if (!options.feed.empty()) {
       console.run_line("feed " + node::quoted_word(options.feed), node::Source::pipe);
     }
-    if (console.quitting()) {
+    if (console.quitting() && options.panel.empty()) {
       return kDone;
     }
     converse(console, inputs, options);
