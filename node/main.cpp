@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "node/console.hpp"
+#include "node/crash.hpp"
 #include "node/document.hpp"
 #include "node/feed.hpp"
 #include "node/journal_file.hpp"
@@ -87,6 +88,7 @@ void converse(node::Console &console, Inputs &inputs, const node::Options &optio
 }
 
 int run(const node::Options &options) {
+  node::report_crashes();
   Inputs inputs;
   try {
     inputs = read_inputs(options);
