@@ -87,3 +87,30 @@ build() {
     return 1
   fi
 }
+
+# clang with the parts that fuzzing and coverage need.
+clang_available() {
+  packages clang-19 libclang-rt-19-dev llvm-19 && command -v clang++-19 >/dev/null && return 0
+  say "clang 19 can't be installed here"
+  return 1
+}
+
+fuzzers_available() {
+  need_build_tools
+  clang_available || return 1
+  printf 'extern "C" int LLVMFuzzerTestOneInput(const char *, unsigned long) { return 0; }\n' |
+    clang++-19 -fsanitize=fuzzer,address,undefined -x c++ - -o /dev/null 2>/dev/null && return 0
+  say "clang 19 has no fuzzer here"
+  return 1
+}
+
+# The targets: fuzz/NAME_fuzz.cpp, as far as they could be built.
+fuzz_targets() {
+  local source name
+  for source in fuzz/*_fuzz.cpp; do
+    name=$(basename "$source" _fuzz.cpp)
+    [ ! -x "build/fuzz/fuzz/fuzz_$name" ] || say "$name"
+  done
+}
+
+fuzz_dictionary() { [ ! -f "fuzz/dictionary/$1" ] || say "-dict=fuzz/dictionary/$1"; }
