@@ -1,5 +1,4 @@
-/** @file
- * What a product has to offer to be loaded into a node: one function, in a shared object. The
+/* What a product has to offer to be loaded into a node: one function, in a shared object. The
  * library does not know it, so pm.h leaves it out.
  *
  * The node loads each product before it starts its instances, asks it for its table of hooks and

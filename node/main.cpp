@@ -5,15 +5,16 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <string_view>
 
 #include "node/console.hpp"
-#include "node/crash.hpp"
 #include "node/document.hpp"
 #include "node/feed.hpp"
 #include "node/journal_file.hpp"
 #include "node/line_editor.hpp"
 #include "node/options.hpp"
 #include "node/recording.hpp"
+#include "node/soak.hpp"
 #include "node/start_view.hpp"
 
 namespace {
@@ -70,7 +71,7 @@ void converse(node::Console &console, Inputs &inputs, const node::Options &optio
   }
   if (!options.script.empty()) {
     console.run_script(inputs.script, options.script, true);
-    if (options.panel.empty() && (console.quitting() || !terminal)) {
+    if (console.quitting() || (!terminal && options.panel.empty())) {
       return;
     }
     std::cout << "\n";
@@ -88,7 +89,6 @@ void converse(node::Console &console, Inputs &inputs, const node::Options &optio
 }
 
 int run(const node::Options &options) {
-  node::report_crashes();
   Inputs inputs;
   try {
     inputs = read_inputs(options);
@@ -116,7 +116,7 @@ int run(const node::Options &options) {
     } else if (!options.feed.empty()) {
       console.run_line("feed " + node::quoted_word(options.feed), node::Source::pipe);
     }
-    if (console.quitting() && options.panel.empty()) {
+    if (console.quitting()) {
       return kDone;
     }
     converse(console, inputs, options);
@@ -130,6 +130,9 @@ int run(const node::Options &options) {
 
 int main(int count, char **arguments) {
   try {
+    if (count > 1 && std::string_view(arguments[1]) == "soak") {
+      return soak::soak_main(count - 1, arguments + 1, std::cout, std::cerr);
+    }
     const auto options = node::read_options(count, arguments);
     return options ? run(*options) : kDone;
   } catch (const std::exception &error) {

@@ -39,6 +39,7 @@ std::optional<Options> read_options(int count, char **arguments) {
   panel->fallthrough();
   app.footer(
       "Without a script, commands are read from the standard input; 'help' lists them.\n"
+      "'pmnode soak' lives a random life of a node and checks it; 'pmnode soak --help' tells how.\n"
       "Exit codes: 0 done, 1 a command of the script or the start-up failed, 2 bad input.");
   try {
     app.parse(count, arguments);

@@ -1,0 +1,145 @@
+// pmnode soak.
+#include <CLI/CLI.hpp>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "node/soak.hpp"
+#include "node/soak_trial.hpp"
+
+namespace soak {
+
+namespace {
+
+struct Options {
+  std::uint64_t seed = 1;
+  u32 steps = 10'000;
+  std::string replay;
+  std::string script = "soak-failure.txt";
+  bool json = false;
+  bool print = false;
+};
+
+constexpr unsigned kLimitSeconds = 300;
+
+Script script_of(const Options &options) {
+  if (options.replay.empty()) {
+    return life_of(options.seed, options.steps);
+  }
+  std::ifstream file(options.replay);
+  if (!file) {
+    throw std::invalid_argument("cannot be opened; expected the steps of a soak");
+  }
+  return read_script(file);
+}
+
+void write_script(const Options &options, const Script &script) {
+  std::ofstream file(options.script);
+  file << "# pmnode soak --replay " << options.script << "\n";
+  if (options.replay.empty()) {
+    file << "# from seed " << options.seed << ", " << options.steps << " steps\n";
+  }
+  for (const Step &step : script) {
+    file << text_of(step) << "\n";
+  }
+}
+
+void show_text(std::ostream &out, const Outcome &outcome, const Script &script) {
+  const double rate =
+      outcome.seconds > 0 ? static_cast<double>(outcome.steps) / outcome.seconds : 0;
+  if (!outcome.mismatch) {
+    out << "passed: " << outcome.steps << " calls compared in " << outcome.seconds << " s, "
+        << static_cast<std::uint64_t>(rate) << " a second\n";
+    return;
+  }
+  const Mismatch &found = *outcome.mismatch;
+  out << "failed at call " << found.step << ": " << text_of(script[found.step]) << "\nexpected:\n"
+      << found.expected << "got:\n"
+      << found.got;
+}
+
+nlohmann::json json_of(const Options &options, const Outcome &outcome, const Script &script) {
+  nlohmann::json answer{
+      {"passed", !outcome.mismatch}, {"calls", outcome.steps}, {"seconds", outcome.seconds}};
+  if (options.replay.empty()) {
+    answer["seed"] = options.seed;
+    answer["steps"] = options.steps;
+  } else {
+    answer["replay"] = options.replay;
+  }
+  if (outcome.mismatch) {
+    answer["failed_at"] = outcome.mismatch->step;
+    answer["step"] = text_of(script[outcome.mismatch->step]);
+    answer["expected"] = outcome.mismatch->expected;
+    answer["got"] = outcome.mismatch->got;
+  }
+  return answer;
+}
+
+std::string dumped(const nlohmann::json &answer) {
+  return answer.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
+}
+
+int soak(const Options &options, std::ostream &out) {
+  if (!options.json && options.replay.empty()) {
+    out << "seed " << options.seed << ", " << options.steps << " steps\n" << std::flush;
+  }
+  Script script = script_of(options);
+  if (options.print) {
+    for (const Step &step : script) {
+      out << text_of(step) << "\n";
+    }
+    return 0;
+  }
+  const Outcome outcome = try_script(script, kLimitSeconds);
+  nlohmann::json answer = json_of(options, outcome, script);
+  if (!options.json) {
+    show_text(out, outcome, script);
+  }
+  if (outcome.mismatch && options.replay.empty()) {
+    out << std::flush;
+    const Script shortest = shrink(script, outcome.mismatch->step);
+    write_script(options, shortest);
+    answer["script"] = options.script;
+    answer["script_steps"] = shortest.size();
+    if (!options.json) {
+      out << "shrunk to " << shortest.size() << " steps in " << options.script << "\n";
+      show_text(out, try_script(shortest, kLimitSeconds), shortest);
+    }
+  }
+  if (options.json) {
+    out << dumped(answer) << "\n";
+  }
+  return outcome.mismatch ? 1 : 0;
+}
+
+}  // namespace
+
+int soak_main(int count, char **arguments, std::ostream &out, std::ostream &complaints) {
+  Options options;
+  CLI::App app{"Lives a random but replayable life of a node and checks the library's answers.",
+               "pmnode soak"};
+  app.add_option("--seed", options.seed, "Seed of the life")->capture_default_str();
+  app.add_option("--steps", options.steps, "Actions of the life; questions follow each")
+      ->capture_default_str();
+  app.add_option("--replay", options.replay, "Plays the steps of a file instead")
+      ->type_name("FILE");
+  app.add_option("--script", options.script, "Where the shrunk steps of a failure are written")
+      ->type_name("FILE")
+      ->capture_default_str();
+  app.add_flag("--print", options.print, "Prints the steps and plays nothing");
+  app.add_flag("--json", options.json, "Reports as one JSON object");
+  app.footer("Exit codes: 0 passed, 1 the library and the model differ, 2 bad input.");
+  try {
+    app.parse(count, arguments);
+    return soak(options, out);
+  } catch (const CLI::CallForHelp &) {
+    out << app.help();
+    return 0;
+  } catch (const std::exception &error) {
+    complaints << "pmnode soak: " << options.replay << (options.replay.empty() ? "" : ": ")
+               << error.what() << "\n";
+    return 2;
+  }
+}
+
+}  // namespace soak
