@@ -1,4 +1,5 @@
-/* What a product has to offer to be loaded into a node: one function, in a shared object. The
+/** @file
+ * What a product has to offer to be loaded into a node: one function, in a shared object. The
  * library does not know it, so pm.h leaves it out.
  *
  * The node loads each product before it starts its instances, asks it for its table of hooks and

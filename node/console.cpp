@@ -5,6 +5,7 @@
 #include <ostream>
 #include <sstream>
 
+#include "node/crash.hpp"
 #include "node/document.hpp"
 
 namespace node {
@@ -130,8 +131,9 @@ void Console::take(const NumberedLine &line, bool echo) {
     return;
   }
   line_number_ = line.number;
+  ScriptInProgress::at_line(line.number);
   if (echo && !words_of(line.text).empty()) {
-    out_ << "\n" << kPrompt << line.text << "\n";
+    out_ << "\n" << kPrompt << line.text << "\n" << std::flush;
   }
   Arguments words = words_of(line.text, script_.variables);
   if (words.empty()) {
@@ -178,6 +180,7 @@ void Console::run_script(std::istream &script, const std::string &file, bool ech
     out_ << std::flush;
     throw InputError(file + ":" + std::to_string(number) + ": " + what);
   };
+  const ScriptInProgress in_progress(file.c_str());
   std::string line;
   for (unsigned number = 1; !quitting_ && std::getline(script, line); ++number) {
     if (!line.empty() && line.back() == '\r') {

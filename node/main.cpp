@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "node/console.hpp"
+#include "node/crash.hpp"
 #include "node/document.hpp"
 #include "node/feed.hpp"
 #include "node/journal_file.hpp"
@@ -71,7 +72,7 @@ void converse(node::Console &console, Inputs &inputs, const node::Options &optio
   }
   if (!options.script.empty()) {
     console.run_script(inputs.script, options.script, true);
-    if (console.quitting() || (!terminal && options.panel.empty())) {
+    if (options.panel.empty() && (console.quitting() || !terminal)) {
       return;
     }
     std::cout << "\n";
@@ -89,6 +90,7 @@ void converse(node::Console &console, Inputs &inputs, const node::Options &optio
 }
 
 int run(const node::Options &options) {
+  node::report_crashes();
   Inputs inputs;
   try {
     inputs = read_inputs(options);
@@ -116,7 +118,7 @@ int run(const node::Options &options) {
     } else if (!options.feed.empty()) {
       console.run_line("feed " + node::quoted_word(options.feed), node::Source::pipe);
     }
-    if (console.quitting()) {
+    if (console.quitting() && options.panel.empty()) {
       return kDone;
     }
     converse(console, inputs, options);

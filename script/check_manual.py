@@ -7,6 +7,7 @@ XML-FOLDER is what Doxygen made of include/ and platform/, LIBRARY the built lib
 line a finding; the last line sums up.
 """
 import glob
+import os
 import re
 import subprocess
 import sys
@@ -115,6 +116,26 @@ def check_codes_page(codes):
                      f"{name} is {codes.get(name)}, the page has {told.get(name)}")
 
 
+def check_links():
+    """Every relative link of a page leads to a file, and its anchor to a title."""
+    pages = subprocess.run(["git", "ls-files", "*.md"], check=True, capture_output=True, text=True)
+    for page in pages.stdout.split():
+        text = open(page, encoding="utf-8").read()
+        for target in re.findall(r"\]\(([^)\s]+)\)", text):
+            if re.match(r"[a-z]+:", target):
+                continue
+            path, _, anchor = target.partition("#")
+            file = os.path.normpath(os.path.join(os.path.dirname(page), path)) if path else page
+            if not os.path.exists(file):
+                complain(page, f"links to {target}, which is not there")
+            elif anchor:
+                titles = re.findall(r"^#+ (.*)$", open(file, encoding="utf-8").read(), re.M)
+                anchors = {re.sub(r"[^\w\- ]", "", title.lower()).replace(" ", "-")
+                           for title in titles}
+                if anchor not in anchors:
+                    complain(page, f"links to {target}, which has no such title")
+
+
 def main():
     folder, library = sys.argv[1:]
     head = open("include/pm_result.h", encoding="utf-8").read()
@@ -143,6 +164,7 @@ def main():
             for word in sorted(set(re.findall(r"\bPM_Lib\w+", text)) - ours):
                 complain(file, f"there is no function {word}")
     check_codes_page(codes)
+    check_links()
     for finding in findings:
         print(finding)
     print(f"{len(ours)} exported and {len(functions) - len(ours)} host functions are documented"

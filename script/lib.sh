@@ -70,16 +70,47 @@ need_build_tools() { need_packages g++ cmake ninja-build; }
 # The tests need GoogleTest's source; who only runs the simulator needs neither.
 tests_option=-DPM_BUILD_TESTS=OFF
 
-# Configures and builds a preset; a log is shown only when something is wrong.
+# Configures and builds a preset; a log is shown only when something is wrong. Tests that a folder is
+# configured with stay: taking them out would cost the next script/test their build.
 build() {
-  local preset=$1 log
+  local preset=$1 log options=("$node_option")
   shift
   mkdir -p "build/$preset"
   log=build/$preset/build.log
-  if ! { cmake --preset "$preset" "$node_option" "$tests_option" && cmake --build --preset "$preset" "$@"; } \
+  if [ ! -e "build/$preset/CMakeCache.txt" ] || [ "$tests_option" = -DPM_BUILD_TESTS=ON ]; then
+    options+=("$tests_option")
+  fi
+  if ! { cmake --preset "$preset" "${options[@]}" && cmake --build --preset "$preset" "$@"; } \
     >"$log" 2>&1; then
     tail -n 60 "$log" >&2
     say "error: preset $preset does not build; the whole log is in $log" >&2
     return 1
   fi
 }
+
+# clang with the parts that fuzzing and coverage need.
+clang_available() {
+  packages clang-19 libclang-rt-19-dev llvm-19 && command -v clang++-19 >/dev/null && return 0
+  say "clang 19 can't be installed here"
+  return 1
+}
+
+fuzzers_available() {
+  need_build_tools
+  clang_available || return 1
+  printf 'extern "C" int LLVMFuzzerTestOneInput(const char *, unsigned long) { return 0; }\n' |
+    clang++-19 -fsanitize=fuzzer,address,undefined -x c++ - -o /dev/null 2>/dev/null && return 0
+  say "clang 19 has no fuzzer here"
+  return 1
+}
+
+# The targets: fuzz/NAME_fuzz.cpp, as far as they could be built.
+fuzz_targets() {
+  local source name
+  for source in fuzz/*_fuzz.cpp; do
+    name=$(basename "$source" _fuzz.cpp)
+    [ ! -x "build/fuzz/fuzz/fuzz_$name" ] || say "$name"
+  done
+}
+
+fuzz_dictionary() { [ ! -f "fuzz/dictionary/$1" ] || say "-dict=fuzz/dictionary/$1"; }

@@ -1,5 +1,6 @@
 // pmnode as a program, without a terminal: exit codes, its one line of complaint, and products that
 // cannot be loaded.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "node/document.hpp"
@@ -77,6 +78,35 @@ TEST(NodeProgram, AFailingLineOfAScriptIsNamedAndExitsWith1) {
   const Outcome outcome = run(kDesk + " --script " + script.name);
   EXPECT_EQ(outcome.code, 1);
   EXPECT_NE(outcome.output.find("\n" + script.name + ":2: no PTP at 4/4/4: "), std::string::npos);
+}
+
+TEST(NodeProduct, ACrashNamesTheProductTheCallbackAndTheLine) {
+  const File script("status\nlink up 3\n");
+  const std::string node =
+      "--chassis examples/product_plugin/port_lights.toml --product " PM_CRASH_FILE " --script " +
+      script.name;
+  EXPECT_EQ(run(node).output,
+            PM_CRASH_FILE ": pm_product_hooks answered null; expected a table of hooks\n");
+#if defined(__arm__)  // whose code cannot be unwound: who called is not known
+  const std::string booked = "";
+#else
+  const std::string booked = "a booked function, ";
+#endif
+  const std::pair<const char *, std::string> places[] = {
+      {"hook", "the hook pfnPhaseProc, "},
+      {"booking", booked + ".*light_switched.*, at " + script.name + ":2\n"}};
+  for (const auto &[place, callback] : places) {
+    setenv("CRASH_IN", place, 1);
+    const Outcome outcome = run(node);
+    EXPECT_NE(outcome.code, 0);
+#if defined(__SANITIZE_ADDRESS__)  // which reports a crash itself
+    EXPECT_THAT(outcome.output, testing::HasSubstr("AddressSanitizer: SEGV"));
+#else
+    EXPECT_THAT(outcome.output, testing::ContainsRegex(
+                                    PM_CRASH_FILE ": crashed .segmentation fault. in " + callback));
+#endif
+  }
+  unsetenv("CRASH_IN");
 }
 
 TEST(NodeProduct, RefusesTheOtherWidthAndWhatIsNoSharedObject) {
