@@ -28,7 +28,9 @@ inline PmSubLineInfo sub_line(u16 type, u32 pid) {
   info.ulPID = pid;
   info.pfnInitFunc = [](u32) { return PM_OK; };
   info.stCallBack.pfnGetStats = [](u16, PmSubStats *) { return PM_OK; };
-  info.stCallBack.pfnGetAttr = [](u16, PmSubAttr *attr) { return attr->ucAdminStatus = 1, PM_OK; };
+  info.stCallBack.pfnGetAttr = [](u16, PmSubAttr *attr) {
+    return attr == nullptr ? PM_OK : (attr->ucAdminStatus = 1, PM_OK);
+  };
   info.stCallBack.pfnGetAttrPriv = [](u16, u32, PmSubAttr *) { return PM_OK; };
   info.stCallBack.pfnGetActiveSpeed = [](u16, u32 *, u32 *) { return PM_OK; };
   return info;
