@@ -76,7 +76,7 @@ struct Member {
 #define PART(field) {offsetof(PmSubAttr, field), sizeof(PmSubAttr::field)}
 const Slot stats = {2, SLOT(StatsFromPTP, a), "pfnGetStats", {30, none, 30, none, ptp}, 0x77},
     attr = {3, SLOT(AttrFromPTP, a), "pfnGetAttr", {30, none, 30, none, 30, ptp, none}, PM_OK},
-    priv = {4, SLOT(AttrFromPTPNEW, 9, a), "pfnGetAttrPriv",
+    priv = {4, SLOT(AttrFromPTPNEW, 0x12345678, a), "pfnGetAttrPriv",
             {30, none, 30, none, 30, ptp, none, ptp}, PM_OK},
     speed = {7, SLOT(ActiveSpeedFromPTP, a, b), "pfnGetActiveSpeed",
              {30, none, 30, none, 30, ptp, none, ptp}, 0x77};
@@ -211,6 +211,7 @@ TEST_F(Attributes, AMissingSubLineIsToldAndOnlySomeFailuresArePassedOn) {
     answer = 0x77;
     told(ask(slot->call), {slot->failed_code}, {0x77, ptp},
          {"0" + slot->function + " fail, ulRet = 0x77" + id}, served);
+    EXPECT_EQ(asked, slot == &priv ? (Values{4, ptp, 0x12345678}) : (Values{slot->number, ptp}));
   }
   put_ptp(served, 0);
   told(ask(stats.call), {gone}, {gone, ptp}, {"0PM_LibGetTypeFromPTP" + ad});

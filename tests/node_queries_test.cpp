@@ -126,6 +126,30 @@ TEST(NodeDebugWindow, KeepsItsBytesAndIsUtf8OnTerminalsAndInJson) {
             "a\uFF1Db\uFF23\\xA9\\x1B\\xFF\\xA3\\xA4");
 }
 
+TEST(NodeDebugWindow, SendsNothingUnlessEveryWordIsANumberOf32Bits) {
+  const auto node = started("desk.toml");
+  const auto sent = [&](const std::string &words) {
+    const auto &faults = node->active().host.faults;
+    const u32 before = faults.calls(host::Fn::DMS_MsgRecvIidGet);
+    const bool refused = told(*node, "dbwin " + words).find("error: ") == 0;
+    EXPECT_NE(refused, faults.calls(host::Fn::DMS_MsgRecvIidGet) != before) << words;
+    return !refused;
+  };
+  const std::string largest = "0xFFFFFFFF";
+  for (const std::string wrong : {"-1", "4294967296", "0x100000000", "99999999999999999999", "x",
+                                  "1x", "0x", "+1", "1.0", "1e3", "''"}) {
+    for (const std::string front : {"", "1 ", "1 2 ", "1 2 3 "}) {
+      EXPECT_FALSE(sent(front + wrong)) << front + wrong;
+    }
+  }
+  EXPECT_FALSE(sent("1 2 3 4 5"));
+  std::string words;
+  for (int count = 0; count <= 4; ++count, words += largest + " ") {
+    EXPECT_TRUE(sent(words));
+  }
+  EXPECT_TRUE(sent("9 4294967295 0 00000000000"));
+}
+
 TEST(NodePrompt, CompletesCommandsAndFixedWords) {
   EXPECT_THAT(node::completions("", "wa"), ElementsAre("walk", "watchdog"));
   EXPECT_THAT(node::completions("link ", ""),

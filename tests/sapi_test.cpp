@@ -120,6 +120,12 @@ TEST_F(Sapi, NewVirtualPtpIsKnownAtOnceInFiveFields) {
   const PtpDynPubData before = {1, 2, 0, 0, 7, 1, 0x55, 0x66, 0x77};
   const PtpDynPubData after = {0x1112, 0x1314, 1, 1, 40, 1, 0x55, 0x66, 0x77};
   const PtpDynPubData all_but_the_first = {1, 0x1314, 1, 1, 40, 1, 0x55, 0x66, 0x77};
+  // What is there when the instance is lost before the first, the second .. field.
+  const PtpDynPubData so_far[] = {before,
+                                  {0x1112, 2, 0, 0, 7, 1, 0x55, 0x66, 0x77},
+                                  {0x1112, 0x1314, 0, 0, 7, 1, 0x55, 0x66, 0x77},
+                                  {0x1112, 0x1314, 1, 0, 7, 1, 0x55, 0x66, 0x77},
+                                  {0x1112, 0x1314, 1, 1, 7, 1, 0x55, 0x66, 0x77}};
   put(50, before);
   const auto expect_added = [&](u16 chosen, u32 answer, PmVirtualPtpDesc *given, u16 *id,
                                 const Values &recorded, const PtpDynPubData &left) {
@@ -128,6 +134,7 @@ TEST_F(Sapi, NewVirtualPtpIsKnownAtOnceInFiveFields) {
       return answer;
     });
     expect([&] { return PM_LibAddVirtualPtp(given, id); }, answer, recorded);
+    node.faults.clear();
     PtpDynPubData record{};
     PM_LibGetAllDynDataFromPtpID(50, &record);
     EXPECT_TRUE(test::same(record, left));
@@ -139,6 +146,29 @@ TEST_F(Sapi, NewVirtualPtpIsKnownAtOnceInFiveFields) {
   node.faults.fail_nth(Fn::ROOT_LibGetCurrentThis, 1);
   expect_added(50, 0, &desc, &new_ptp_id, {50, PM_ERR_PARA}, all_but_the_first);
   expect_added(50, 0, &desc, &new_ptp_id, {}, after);
+  for (u32 fields = 0; fields < 5; ++fields) {
+    put(50, before);
+    settle();
+    node.faults.fail_nth(Fn::ROOT_LibGetCurrentThis, fields + 1, {}, 5);
+    Values recorded(5 - fields, 50);
+    recorded.push_back(PM_ERR_PARA);
+    expect_added(50, 0, &desc, &new_ptp_id, recorded, so_far[fields]);
+  }
+}
+
+// Without all of its parameters a request would do something else than it is asked for.
+TEST_F(Sapi, ARequestWhoseParametersCannotBeSetIsNotSent) {
+  PM_LibSetObjectNumInDelete(1);
+  for (const Request &request : requests) {
+    for (u32 failing = 0; failing < (request.sent.find(") ") == std::string::npos ? 2U : 3U);
+         ++failing) {
+      node.faults.fail_nth(failing == 0 ? Fn::RPC_LibParaInit : Fn::RPC_LibParaSet,
+                           std::max(failing, 1U), 0x55);
+      const u32 code = request.unreached == host::code_unreachable ? 0x55 : request.unreached;
+      expect(request.call, code, {0x55});
+    }
+  }
+  EXPECT_TRUE(node.rpc.sent().empty());
 }
 
 TEST_F(Sapi, WithoutDeletionsEveryObjectIsSupportedUnasked) {

@@ -55,5 +55,9 @@ TEST_F(StaticData, ARecordThatCannotBeStoredIsRefusedAndOnePastTheMaximumCannotB
   reads(1286, 1, {1286}, host::Bytes(214, 0xAA));
   expect({PM_LibUpdateStaticDBNode(nullptr), PM_LibStaticDataGetDataFromPTP(6, nullptr)},
          {PM_ERR_PARA, PM_ERR_PARA}, {PM_ERR_PARA, 6});
+  const PmStaticDBNode *stored = PM_LibFindStaticDBNode(1286);
+  const auto compare = PM_LibCmpStaticDBNode;
+  expect({compare(&stored->stData, stored), compare(nullptr, stored), compare(stored, nullptr)},
+         {0, 1, 1}, {});
 }
 }  // namespace
