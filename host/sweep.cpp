@@ -68,15 +68,16 @@ std::vector<u32> failures_of(Fn fn) {
 }
 
 std::string Disturbance::text() const {
-  return fn ? std::string(name_of(*fn)) + " " + std::to_string(n) + " answers " +
-                  std::to_string(value)
+  return fn ? std::string(name_of(*fn)) + " " + (n == 0 ? "always" : std::to_string(n)) +
+                  " answers " + std::to_string(value)
             : std::string("partition ") + Memory::partition_name(partition) + " has room for " +
                   std::to_string(n);
 }
 
 void Disturbance::arm(Node &node) const {
   if (fn) {
-    node.faults.fail_nth(*fn, n, value, *fn == Fn::ROOT_LibGetCurrentThis ? for_ever : 1);
+    const bool once = n != 0 && *fn != Fn::ROOT_LibGetCurrentThis;
+    node.faults.fail_nth(*fn, n, value, once ? 1 : for_ever);
   } else if (partition != 0) {
     node.memory.limit_blocks(partition, node.memory.use(partition).blocks + n);
   }
@@ -118,7 +119,7 @@ std::vector<Disturbance> Use::disturbances(const Node &now) const {
   std::vector<Disturbance> all;
   for (const FnInfo &info : fn_infos) {
     const u32 count = now.faults.calls(info.fn) - calls_[index_of(info.fn)];
-    for (u32 n = 1; n <= count; ++n) {
+    for (u32 n = 0; n <= count && count != 0; ++n) {
       for (const u32 value : failures_of(info.fn)) {
         all.push_back({info.fn, n, value, 0});
       }

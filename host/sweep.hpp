@@ -25,8 +25,9 @@ struct Node;
 // right one, or success without having written its output.
 std::vector<u32> failures_of(Fn fn);
 
-// One thing that goes wrong: the n-th call of a function, counted from now; for the question for
-// the current instance that one and all later ones; or a partition that has room for n blocks only.
+// One thing that goes wrong: the n-th call of a function from now, or (n = 0) every call; the
+// instance is lost from the n-th question for it on; or a partition has room for n more blocks
+// only.
 struct Disturbance {
   std::optional<Fn> fn;
   u32 n = 0;
