@@ -334,7 +334,7 @@ TEST_F(Notifications, ExistenceIsRaisedByTheStateOfTheBatch) {
   expect_nothing(nullptr, {});
   // An answer that leaves the state alone counts as a running batch.
   node.faults.fail_always(Fn::DDM_LibScribeIsClassBtFinished, 0);
-  PM_LibEventPrimNotify(ptp, &old);
+  PM_LibEventPrimNotify(ptp, nullptr);
   EXPECT_EQ(called(), "A");
   node.faults.fail_always(Fn::DDM_LibScribeIsClassBtFinished, 9);
   expect_nothing(&old, {9, 9});

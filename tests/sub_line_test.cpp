@@ -108,6 +108,8 @@ TEST_F(SubLine, RefusedRegistrationsLeaveTheListAlone) {
           "\r\n PM_LibRegSubLineInfo-->PM_LibCfgAddSubInfoNode fail, ulRet = 0x689385, "
           "usPtpType = 11"});
   EXPECT_EQ(registered(), (Types{7, 9}));
+  expect({PM_LibCfgAddSubInfoNodeToCB(nullptr), add(11)}, Values(2), {});
+  EXPECT_EQ(registered(), (Types{7, 9, 11}));
 }
 
 TEST_F(SubLine, PidsAreRegisteredOneByOneAsFarAsTheCountGoes) {
@@ -192,6 +194,8 @@ TEST_F(SubLine, TheFirstPositionOfATypeAnswers) {
   for (PmSubInnerSubInfo *next = infos; const u16 type : Types{7, 30, 9, 7}) {
     (next++)->usPtpType = type;
   }
+  expect({PM_LibGetSubInfo(7, &info, nullptr), PM_LibGetSubInfo(7, nullptr, &entry)},
+         Values(2, PM_ERR_PARA), Values(2, PM_ERR_PARA));
   trace(PM_SWITCH_FUNCTION);
   const std::string absent = "not find the ptp type, usPtpType = ",
                     by_entry = "Enter PM_LibGetSubFuncFromPtpType, usPtpType = ";

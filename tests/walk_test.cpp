@@ -1,4 +1,6 @@
 // The ports of a board, single steps over them, and whole walks against a model.
+#include <dlfcn.h>
+
 #include <map>
 #include <random>
 
@@ -10,6 +12,23 @@ using test::port_record;
 constexpr u16 start = PM_PTP_ID_NONE, all = PM_BINDEX_ALL, any = PM_PTP_TYPE_ALL;
 constexpr u8 x = 0xAA, none = x;  // in an output: not written
 constexpr u32 absent = PM_ERR_PTP_NOT_EXIST, para = PM_ERR_PARA, more = PM_ERR_NO_MORE;
+
+std::optional<u8> slot_said;  // of every board, if set
+
+}  // namespace
+
+// The host's function, which a test can make say something else.
+extern "C" [[gnu::visibility("default")]] u32 DEV_LibGetFrameIDSlotIDFromBIndex(u16 usBIndex,
+                                                                                u16 *pusFrameID,
+                                                                                u8 *pucSlotID) {
+  static const auto host = reinterpret_cast<decltype(&DEV_LibGetFrameIDSlotIDFromBIndex)>(
+      dlsym(RTLD_NEXT, "DEV_LibGetFrameIDSlotIDFromBIndex"));
+  const u32 ret = host(usBIndex, pusFrameID, pucSlotID);
+  *pucSlotID = slot_said.value_or(*pucSlotID);
+  return ret;
+}
+
+namespace {
 
 class Walk : public test::LivePm {
  protected:
@@ -116,6 +135,11 @@ TEST_F(Walk, FailuresPassPlacesOverOrEndTheWalk) {
   expect(step(1, 53), {0, 54}, {});
   expect(step(1, 54, Fn::DEV_LibGetBoardAttribute), {more, x}, {});
   expect(step(1, 55, Fn::DEV_LibGetBoardAttribute), {more, x}, {});
+  // Nor does a slot follow the last number.
+  node.faults.clear();
+  slot_said = 255;
+  expect(step(all, 18), {more, x}, {});
+  slot_said.reset();
 }
 
 TEST_F(Walk, CallersLearnOfFailuresFromTheRecordsOnly) {
