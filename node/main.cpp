@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "node/console.hpp"
@@ -122,7 +123,11 @@ int run(const node::Options &options) {
       return kDone;
     }
     converse(console, inputs, options);
-  } catch (const std::exception &error) {
+  } catch (const node::StartError &error) {
+    return complain(error, kFailed);
+  } catch (const node::InputError &error) {
+    return complain(error, kFailed);
+  } catch (const node::CommandError &error) {
     return complain(error, kFailed);
   }
   return kDone;
@@ -131,13 +136,16 @@ int run(const node::Options &options) {
 }  // namespace
 
 int main(int count, char **arguments) {
+  std::optional<node::Options> options;
   try {
     if (count > 1 && std::string_view(arguments[1]) == "soak") {
       return soak::soak_main(count - 1, arguments + 1, std::cout, std::cerr);
     }
-    const auto options = node::read_options(count, arguments);
-    return options ? run(*options) : kDone;
+    options = node::read_options(count, arguments);
   } catch (const std::exception &error) {
     return complain(error, kBadInput);
   }
+  // Nothing else is caught around it: an exception that leaves a product must end where it was
+  // thrown, so that the report of the crash finds the callback.
+  return options ? run(*options) : kDone;
 }
