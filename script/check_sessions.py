@@ -3,10 +3,10 @@
 
 usage: check_sessions.py [--new] [--node COMMAND] FILE ...
 
-A session is a block fenced as ```console. A line that begins with "$ " is a shell command; lines that
-begin with "pmnode> " are what is then typed at its prompt; the others are the output. A line "..."
-stands for any number of lines, 0xADDRESS for any address, ___ for a line in a source file, and blank
-lines do not count. Shell commands run in the folder that this is called from. With --new the output
+A session is a block fenced as ```console. A line that begins with "$ " is a shell command; lines
+that begin with "pmnode> " are what is then typed at its prompt; the others are the output. A line
+"..." stands for any number of lines, 0xADDRESS for any address, ___ for a line in a source file, and
+blank lines do not count. Shell commands run in the folder that this is called from. With --new the output
 in the files is replaced by what came out, but for what a "..." at its beginning stands for, and for
 output with a "..." elsewhere. A session without a shell command is typed at the prompt of COMMAND.
 """
