@@ -73,8 +73,24 @@ void refuse_other_members(const Line &line, const Json &json,
   }
 }
 
+// Lines are flat. One that is nested is given up while it is read: however deep it goes, nothing
+// has to follow it there.
+Json read_json(const std::string &text, bool &flat) {
+  const auto is_flat = [&flat](int depth, Json::parse_event_t event, const Json &) {
+    const bool opens =
+        event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
+    flat = flat && !(opens && depth > 0);
+    return flat;
+  };
+  return Json::parse(text, is_flat, false);
+}
+
 Json parse(const Line &line, const std::string &text) {
-  Json json = Json::parse(text, nullptr, false);
+  bool flat = true;
+  Json json = read_json(text, flat);
+  if (!flat) {
+    line.fail("the line is nested", "one JSON object of numbers and texts");
+  }
   if (!json.is_object()) {
     line.fail("the line is damaged", "one JSON object");
   }
@@ -86,8 +102,9 @@ unsigned read_header(const Line &line, const std::string &text) {
   const std::string expected = std::string(R"({"format": ")") + kFormat + R"(", "version": )" +
                                std::to_string(kFirstVersion) + " or " + std::to_string(kVersion) +
                                "}";
-  const Json json = Json::parse(text, nullptr, false);
-  if (!json.is_object() || json.value("format", Json()) != kFormat) {
+  bool flat = true;
+  const Json json = read_json(text, flat);
+  if (!flat || !json.is_object() || json.value("format", Json()) != kFormat) {
     line.fail("the file is no feed", expected);
   }
   const Json version = json.value("version", Json());
