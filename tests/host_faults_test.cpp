@@ -43,7 +43,7 @@ struct ClassRecord {
   u16 value;
 };
 
-int print_through(char *out, size_t room, const char *format, ...) {
+PM_PRINTF(3, 4) int print_through(char *out, size_t room, const char *format, ...) {
   va_list arguments;
   va_start(arguments, format);
   const int length = vsnprintf_truncated_s(out, room, format, arguments);
