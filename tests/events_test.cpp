@@ -338,6 +338,8 @@ TEST_F(Notifications, ExistenceIsRaisedByTheStateOfTheBatch) {
   EXPECT_EQ(called(), "A");
   node.faults.fail_always(Fn::DDM_LibScribeIsClassBtFinished, 9);
   expect_nothing(&old, {9, 9});
+  scope.emplace(*node.root.add(0x77));  // an instance that is not constructed
+  expect_nothing(&old, {});
   scope.emplace(node);
   expect_nothing(&old, {});
 }

@@ -54,6 +54,8 @@ TEST_F(Identity, APortIsFoundByItsRecordAndOtherClassesByTheirFunction) {
   u16 board = x;
   u8 port = x;
   const auto enc = PM_LibGetPhyIndexFromPTPEnc;
+  expect({enc(1, 18, nullptr, &port), enc(1, 18, &board, nullptr), board, port}, {para, para, x, x},
+         {18, 18});
   expect({enc(1, 19, &board, &port), board, port, enc(2, 18, &board, &port)}, {0x77, x, x, invalid},
          {0x77, 1, 19, 2, 18},
          {"GET PypIndex func return Err,ulRet = 119, ucPtpClass = 0x1, ptpID = 19",

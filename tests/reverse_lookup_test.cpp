@@ -43,6 +43,18 @@ TEST_F(ReverseLookup, AnswersAreCachedAndCheckedBeforeTheyAreGiven) {
                    "ZEL_Free(" + block + ") = 0"}));
 }
 
+TEST_F(ReverseLookup, ASmallerMaximumHidesTheRecordsBeyondIt) {
+  up();
+  put(30, test::port_record(2, 3));
+  settle();
+  const auto scan = PM_LibGetPtpFromPhyIndexOnSrvByEnum;
+  u16 id = x;
+  publish_spec({.max_ptp_id = 29});
+  expect({scan(0, 2, 3, &id), id}, {absent, x}, {});
+  publish_spec({.max_ptp_id = 30});
+  expect({scan(0, 2, 3, &id), id}, {0, 30}, {});
+}
+
 TEST_F(ReverseLookup, FailuresAreRecordedAndCacheNothing) {
   up();
   const auto srv = PM_LibGetPtpFromPhyIndexOnSrv, scan = PM_LibGetPtpFromPhyIndexOnSrvByEnum;

@@ -116,7 +116,10 @@ TEST_F(Start, TheEventHookOfTheProcessIsFollowedByThatOfTheInstance) {
   expect({enroll(), PM_LibPltEventRegister()}, {PM_OK, PM_OK}, {5});
   hooks.pfnEventRegister = [] { return hooked.push_back(6), 6U; };
   expect({enroll_own(), PM_LibPltEventRegister()}, {PM_OK, 6}, {5, 6});
-  EXPECT_EQ(std::exchange(hooked, {}), (Values{5, 5, 6}));
+  hooks.pfnEventRegister = [] { return hooked.push_back(7), 0U; };
+  expect({enroll(), PM_LibPltEventRegister()}, {PM_OK, 6}, {6});
+  expect({enroll_own(), PM_LibPltEventRegister()}, {PM_OK, PM_OK}, {});
+  EXPECT_EQ(std::exchange(hooked, {}), (Values{5, 5, 6, 7, 6, 7, 7}));
   EXPECT_EQ(node.memory.live().size(), 1U);
   expect(PM_LibRegInstProductMngtFuncProc(nullptr), PM_ERR_PARA, {PM_ERR_PARA});
   scope.emplace(node);

@@ -194,8 +194,11 @@ TEST_F(SubLine, TheFirstPositionOfATypeAnswers) {
   for (PmSubInnerSubInfo *next = infos; const u16 type : Types{7, 30, 9, 7}) {
     (next++)->usPtpType = type;
   }
-  expect({PM_LibGetSubInfo(7, &info, nullptr), PM_LibGetSubInfo(7, nullptr, &entry)},
-         Values(2, PM_ERR_PARA), Values(2, PM_ERR_PARA));
+  expect({PM_LibGetSubInfo(7, &info, nullptr), PM_LibGetSubInfo(7, nullptr, &entry),
+          PM_LibGetSubInfoFromSuffix(0, nullptr), PM_LibGetSubFuncFromPtpType(7, nullptr),
+          PM_LibGetSubFunc(7, nullptr), PM_LibGetSubFuncFromPTP(17, nullptr)},
+         Values(6, PM_ERR_PARA),
+         {PM_ERR_PARA, PM_ERR_PARA, PM_ERR_PARA, PM_ERR_PARA, PM_ERR_PARA, 17});
   trace(PM_SWITCH_FUNCTION);
   const std::string absent = "not find the ptp type, usPtpType = ",
                     by_entry = "Enter PM_LibGetSubFuncFromPtpType, usPtpType = ";

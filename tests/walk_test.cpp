@@ -65,6 +65,8 @@ TEST_F(Walk, BoardsHaveAtMost255PortsAndUsableOnesHaveAType) {
   board.port(2).type = board.port(4).type = host::port_type_none;
   const auto hardware = PM_LibGetHardwarePortNum, usable = PM_LibGetPortNumFromBIndex;
   u8 n = x;
+  expect({hardware(1, nullptr, &n, &n), hardware(1, &n, nullptr, &n), hardware(1, &n, &n, nullptr)},
+         Values(3, para), Values(3, para));
   expect({usable(1, nullptr, &n, &n), usable(1, &n, nullptr, &n), usable(1, &n, &n, nullptr)},
          Values(3, para), {1, 1, 0, 1, 0, 1, 1, 0, 0});
   trace(PM_SWITCH_ERROR);

@@ -1,7 +1,8 @@
 // The tables of port types as the library's other files see them.
 //
 // Both tables keep the size they were allocated with while the count in the control block may
-// change later; a position is usable while it is below both.
+// change later; a position is usable while it is below both. The functions take the data of an
+// instance, never null.
 #ifndef PM_SUB_ATTR_HPP
 #define PM_SUB_ATTR_HPP
 
@@ -21,14 +22,12 @@ inline void feed_watchdog_at(u32 position) {
 
 // Number of port types, so of suffixes; 0 while there is no control block.
 inline u16 ptp_type_num(const PmGlobalData *data) {
-  return data == nullptr || data->pstSubAttrCB == nullptr ? u16{0}
-                                                          : data->pstSubAttrCB->usPtpTypeNum;
+  return data->pstSubAttrCB == nullptr ? u16{0} : data->pstSubAttrCB->usPtpTypeNum;
 }
 
 // The port-type records by suffix; null while there are none.
 inline PmSubInnerSubInfo *sub_infos(const PmGlobalData *data) {
-  return data == nullptr || data->pstSubAttrCB == nullptr ? nullptr
-                                                          : data->pstSubAttrCB->pstSubInnerSubInfo;
+  return data->pstSubAttrCB == nullptr ? nullptr : data->pstSubAttrCB->pstSubInnerSubInfo;
 }
 
 // How many port-type records may be used.
@@ -43,7 +42,7 @@ inline u16 sub_info_num(const PmGlobalData *data) {
 
 // How many entries of the callback table, pstSubCallBack, may be used.
 inline u16 sub_callback_num(const PmGlobalData *data) {
-  if (data == nullptr || data->pstSubCallBack == nullptr) {
+  if (data->pstSubCallBack == nullptr) {
     return 0;
   }
   const u16 num = ptp_type_num(data);

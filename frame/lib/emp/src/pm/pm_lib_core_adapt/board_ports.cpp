@@ -61,8 +61,9 @@ u32 PM_LibGetHardwarePortNum(u16 usBIndex, u8 *pucOutPortNum, u8 *pucInnerPortNu
   if (ret != PM_OK) {
     return ret;
   }
+  // A sum that does not fit is below both numbers.
   const u16 total = static_cast<u16>(inner_num + outer_num);
-  if (total < inner_num || total < outer_num) {
+  if (total < inner_num) {
     TRACE(PM_SWITCH_FUNCTION,
           "PM_LibGetHardwarePortNum fail, usTotalPortNum = %u, pucOutPortNum = %u, "
           "usInnerPortNum = %u",

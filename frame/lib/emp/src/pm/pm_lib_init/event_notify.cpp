@@ -125,15 +125,11 @@ void PM_LibPrimaryNotifyBefore(u16 usPtpID, const PtpDynPubData *pstNewData) {
 }
 
 void PM_LibPrimaryNotifyAfter(u16 usPtpID, const PtpDynPubData *pstOldData) {
-  switch (batch_state()) {
-    case Batch::finished:
-      PM_LibPtpVsPrimaryNotifyAfter(usPtpID, pstOldData);
-      break;
-    case Batch::running:
-      raise_if_exists(usPtpID);
-      break;
-    case Batch::unknown:
-      break;
+  const Batch batch = batch_state();
+  if (batch == Batch::finished) {
+    PM_LibPtpVsPrimaryNotifyAfter(usPtpID, pstOldData);
+  } else if (batch == Batch::running) {
+    raise_if_exists(usPtpID);
   }
 }
 
