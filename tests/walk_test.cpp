@@ -69,6 +69,8 @@ TEST_F(Walk, BoardsHaveAtMost255PortsAndUsableOnesHaveAType) {
          Values(3, para), Values(3, para));
   expect({usable(1, nullptr, &n, &n), usable(1, &n, nullptr, &n), usable(1, &n, &n, nullptr)},
          Values(3, para), {1, 1, 0, 1, 0, 1, 1, 0, 0});
+  expect({hardware(1, nullptr, &n, &n), hardware(1, &n, nullptr, &n), hardware(1, &n, &n, nullptr)},
+         Values(3, para), Values(3, para));
   trace(PM_SWITCH_ERROR);
   expect(usable(1, nullptr, nullptr, nullptr), para, {1, 1, 1},
          {"PM_GetPortNumFromBIndex fail, input pointer is null, usBIndex = 1, pucOutPortNum = 0x0, "
@@ -108,6 +110,9 @@ TEST_F(Walk, FeedsTheWatchdogAndEndsInACircle) {
   EXPECT_EQ(feeds([&] { board_step(1, 0); }), 8U);
   node.chassis.set_frame_count(65);
   EXPECT_EQ(feeds([&] { step(all, 18); }), 2U);
+  // The two slots behind board 33 and none beyond them.
+  const auto boards = host_calls({Fn::DEV_LibGetBIndexFromFrameIDSlotID}, [&] { step(all, 18); });
+  EXPECT_EQ(boards.size(), 2U);
   node.chassis.map(0, 1, 0);
   node.chassis.map(0, 0, 0);  // board 0 is in two slots and leads back to the first
   const Lines calls = host_calls({Fn::ZEL_TaskRunClearDog}, [&] {
