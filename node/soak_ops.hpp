@@ -60,8 +60,8 @@ void ask(Stage &stage, R (*function)(P...), const u32 *values, std::index_sequen
   } else {
     stage.say("answer", {static_cast<u32>(std::apply(function, arguments))});
   }
-  [[maybe_unused]] const auto out = [&]<class T>(const T &, std::size_t number) {
-    if constexpr (std::is_pointer_v<T>) {
+  [[maybe_unused]] const auto out = [&]([[maybe_unused]] const auto &argument, std::size_t number) {
+    if constexpr (std::is_pointer_v<std::remove_cvref_t<decltype(argument)>>) {
       say_room(stage, rooms[number]);
     }
   };
