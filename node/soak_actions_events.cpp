@@ -122,7 +122,8 @@ void plan_sub_lines(Stage &stage, const u32 *a) {
 template <class P>
 void register_sub_line(Stage &stage, const u32 *a) {
   const PmSubLineInfo info = sub_line_of(half(a[0]), a[1], a[2], a[3]);
-  stage.say("answer", {P::PM_LibRegSubLineInfo(a[4] == 1 ? nullptr : &info)});
+  stage.say("answer", {a[5] == 0 ? P::PM_LibCfgAddSubInfoNode(&info)
+                                 : P::PM_LibRegSubLineInfo(a[4] == 1 ? nullptr : &info)});
 }
 
 // Rows of the table of sub-lines, and the functions that fill and release it.
@@ -162,7 +163,7 @@ std::vector<Op> event_actions() {
       SOAK_BOTH(2, "hooks", register_hooks, bits, null, few),
       SOAK_BOTH(2, "class-functions", register_class, ptp_class, few, null),
       SOAK_SAME(2, "plan-sub-lines", plan_sub_lines, few, few, pid, bits),
-      SOAK_BOTH(4, "sub-line", register_sub_line, type, pid, few, bits, null),
+      SOAK_BOTH(4, "sub-line", register_sub_line, type, pid, few, bits, null, few),
       SOAK_BOTH(1, "rebuild-types", rebuild_types, few),
       SOAK_ASK(1, PM_LibMallocForSubAttrCB),
       SOAK_ASK(1, PM_LibMallocSubAttrGlobalVar),

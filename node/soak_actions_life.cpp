@@ -139,6 +139,12 @@ void batch_state(Stage &stage, const u32 *a) {
   }
 }
 
+// The construct entry in the phases that create nothing.
+template <class P>
+void construct_phase(Stage &stage, const u32 *a) {
+  stage.say("answer", {P::PM_LibConstructProc(1 + a[0], 0, 0x36, 0)});
+}
+
 // Everything the tables hold, by one number per PTP and table.
 template <class P>
 void everything(Stage &stage, const u32 * /*a*/) {
@@ -185,6 +191,7 @@ std::vector<Op> life_actions() {
       SOAK_SAME(3, "board-in", board_in, frame, slot, few, bits),
       SOAK_SAME(3, "dependence", dependence, few),
       SOAK_SAME(3, "batch-state", batch_state, few),
+      SOAK_BOTH(1, "construct-phase", construct_phase, few),
       SOAK_BOTH(2, "everything", everything),
   };
 }

@@ -67,11 +67,26 @@ u32 Model::PM_LibCfgAddSubInfoNode(const PmSubLineInfo *pstSubLineInfo) {
     KVT_Printf("\r\n PM_LibCfgAddSubInfoNode fail, malloc memory fail");
     return record(0x689385, {static_cast<u32>(size)});
   }
+  auto *node = static_cast<PmSubInfoNode *>(block);
+  node->stInfo = *pstSubLineInfo;
+  node->stInfo.stCallBack.pfnGetReplaceType = nullptr;
+  return PM_LibCfgAddSubInfoNodeToCB(node);
+}
+
+u32 Model::PM_LibCfgAddSubInfoNodeToCB(PmSubInfoNode *pstNode) {
   Board &my = board();
-  my.sub_lines.push_back({*pstSubLineInfo, block});
-  my.sub_lines.back().info.stCallBack.pfnGetReplaceType = nullptr;
+  my.sub_lines.push_back({pstNode->stInfo, pstNode});
   ++my.sub_line_count;
   return 0;
+}
+
+u32 Model::PM_LibLibCfgGetNextSubInfoNode(PmSubInfoNode *pstCurrent, PmSubInfoNode **ppstNext) {
+  const auto &all = board().sub_lines;
+  std::size_t at = 0;
+  while (pstCurrent != nullptr && at < all.size() && all[at++].block != pstCurrent) {
+  }
+  *ppstNext = at < all.size() ? static_cast<PmSubInfoNode *>(all[at].block) : nullptr;
+  return *ppstNext == nullptr ? 0x689384 : 0;
 }
 
 u32 Model::PM_LibRegSubLineInfo(const PmSubLineInfo *pstSubLineInfo) {

@@ -17,13 +17,16 @@ struct Options {
   std::string script = "soak-failure.txt";
   bool json = false;
   bool print = false;
+  bool shrinks = true;
+  bool digest = false;
+  std::string transcript;  // empty: none
 };
 
 constexpr unsigned kLimitSeconds = 300;
 
 Script script_of(const Options &options) {
   if (options.replay.empty()) {
-    return life_of(options.seed, options.steps);
+    return life_of(options.seed, options.steps, options.digest);
   }
   std::ifstream file(options.replay);
   if (!file) {
@@ -90,12 +93,17 @@ int soak(const Options &options, std::ostream &out) {
     }
     return 0;
   }
-  const Outcome outcome = try_script(script, kLimitSeconds);
+  const Outcome outcome = options.digest ? try_portable(script, kLimitSeconds, options.transcript)
+                                         : try_script(script, kLimitSeconds);
+  if (options.digest && !outcome.mismatch) {
+    out << "digest " << std::hex << outcome.digest << std::dec << "\n";
+    return 0;
+  }
   nlohmann::json answer = json_of(options, outcome, script);
   if (!options.json) {
     show_text(out, outcome, script);
   }
-  if (outcome.mismatch && options.replay.empty()) {
+  if (outcome.mismatch && options.replay.empty() && options.shrinks) {
     out << std::flush;
     const Script shortest = shrink(script, outcome.mismatch->step);
     write_script(options, shortest);
@@ -127,6 +135,12 @@ int soak_main(int count, char **arguments, std::ostream &out, std::ostream &comp
       ->type_name("FILE")
       ->capture_default_str();
   app.add_flag("--print", options.print, "Prints the steps and plays nothing");
+  app.add_flag("!--no-shrink", options.shrinks, "Leaves a failing life as long as it is");
+  app.add_flag("--digest", options.digest,
+               "Prints one number for all that was answered, called and printed");
+  app.add_option("--transcript", options.transcript,
+                 "With --digest: where all that went into the number is written")
+      ->type_name("FILE");
   app.add_flag("--json", options.json, "Reports as one JSON object");
   app.footer("Exit codes: 0 passed, 1 the library and the model differ, 2 bad input.");
   try {

@@ -17,15 +17,21 @@ struct Mismatch {
 
 class Play {
  public:
-  Play();
+  // A portable play says the same with every width of pointer, and all host calls of every step.
+  explicit Play(bool portable = false);
   // Nothing, or what differs after the step.
   std::optional<Mismatch> step(const Step &step);
 
   Stage library;
   Stage model;
 
+  std::uint64_t digest() const { return digest_; }  // of all the library's stage has said
+
  private:
   std::optional<Mismatch> compare() const;
+
+  std::size_t steps_ = 0;
+  std::uint64_t digest_ = 0xCBF29CE484222325ULL;
 };
 
 }  // namespace soak

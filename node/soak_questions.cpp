@@ -31,7 +31,8 @@ void say_info(Stage &stage, const PmSubInnerSubInfo *info) {
 void say_callbacks(Stage &stage, const PmSubCallBackEntry *entry) {
   stage.say("  callbacks", {entry != nullptr ? 1U : 0U});
   if (entry != nullptr) {
-    stage.say_bytes("  ", entry, sizeof *entry);
+    stage.say("  type", {entry->usPtpType, entry->ulReserved});
+    stage.say_slots(entry->stCallBack);
   }
 }
 
@@ -56,6 +57,31 @@ void sub_func(Stage &stage, const u32 *a) {
   PmSubCallBackEntry *entry = nullptr;
   stage.say("answer", {P::PM_LibGetSubFuncFromPtpType(static_cast<u16>(a[0]), &entry)});
   say_callbacks(stage, entry);
+}
+
+template <class P>
+void slots_of(Stage &stage, const u32 *a) {
+  PmSubCallBack slots{};
+  const auto number = static_cast<u16>(a[1]);
+  stage.say("answer", {a[0] == 0 ? P::PM_LibGetSubFunc(number, &slots)
+                                 : P::PM_LibGetSubFuncFromPTP(number, &slots)});
+  stage.say_slots(slots);
+}
+
+// The registered sub-lines, one after the other.
+template <class P>
+void sub_lines(Stage &stage, const u32 * /*a*/) {
+  PmSubInfoNode *node = nullptr;
+  for (u32 ret = 0, i = 0; ret == 0 && i < 50; ++i) {
+    PmSubInfoNode *next = nullptr;
+    ret = P::PM_LibLibCfgGetNextSubInfoNode(node, &next);
+    stage.say("answer", {ret});
+    if (next != nullptr) {
+      stage.say("  sub-line", {next->stInfo.usPtpType, next->stInfo.ulPID});
+      stage.say_slots(next->stInfo.stCallBack);
+    }
+    node = next;
+  }
 }
 
 }  // namespace
@@ -116,8 +142,9 @@ std::vector<Op> type_questions() {
       SOAK_ASK(4, PM_LibGetLogicPtpType, type, null),
       SOAK_BOTH(3, "type-record", sub_info, type),
       SOAK_BOTH(3, "type-callbacks", sub_func, type),
-      SOAK_ASK(3, PM_LibGetSubFunc, type, there),
-      SOAK_ASK(3, PM_LibGetSubFuncFromPTP, ptp, there),
+      SOAK_BOTH(3, "slots-of-type", slots_of, there, type),
+      SOAK_BOTH(3, "slots-of-ptp", slots_of, yes, ptp),
+      SOAK_BOTH(1, "sub-lines", sub_lines),
       SOAK_ASK(3, PM_LibGetPtpCoClass, type, there),
       SOAK_ASK(4, PM_LibGetCoClassFromPtpID, ptp, null),
       SOAK_ASK(1, PM_LibGetCoIndexAndCotypeByFspOntid, word, word, word, word, word),

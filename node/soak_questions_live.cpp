@@ -19,11 +19,13 @@ void message(Stage &stage, const u32 *a) {
   if (stage.instance() == nullptr) {
     return;
   }
-  auto bytes = host::Framework::debug_message(5, 0, 0, 0, a[2] == 0 ? 54 : a[2]);
-  std::memcpy(bytes.data(), &a[0], sizeof a[0]);
-  std::memcpy(bytes.data() + 4, a[1] == 0 ? &a[3] : &a[1], a[1] == 0 ? sizeof a[3] : 0);
+  constexpr u32 identifiers[] = {4, 4, 4, 31, 32, 3, 0x10004};
+  constexpr u32 types[] = {0x4C, 0x4C, 0x4D, 0};
+  auto bytes = host::Framework::debug_message(5, 0, 0, 0);
+  const u32 head[] = {identifiers[a[0] % std::size(identifiers)], types[a[1] % std::size(types)]};
+  std::memcpy(bytes.data(), head, sizeof head);
   stage.say("answer", {stage.node().root.send_message(*stage.instance(),
-                                                      a[1] == 1 ? nullptr : bytes.data())});
+                                                      a[2] == 1 ? nullptr : bytes.data())});
 }
 
 template <class P>
@@ -122,7 +124,7 @@ std::vector<Op> walk_questions() {
       SOAK_BOTH(1, "walk", walk, few, walk_board, type, vs),
       SOAK_BOTH(2, "compare-keys", compare_keys, few, few, draw::port, null, null),
       SOAK_SAME(8, "window", window, command, ptp, slot, port),
-      SOAK_SAME(1, "message", message, length, null, few, byte),
+      SOAK_SAME(2, "message", message, byte, few, null),
       SOAK_BOTH(1, "help", show_help, few, byte),
       SOAK_BOTH(1, "trace", trace, byte, few, byte),
       SOAK_ASK(1, PM_SynSetDynPrivAttrBitTable),

@@ -46,7 +46,7 @@ Step told(const char *name, std::initializer_list<u32> arguments) {
 
 class Author {
  public:
-  explicit Author(std::uint64_t seed) : random_(seed) {}
+  Author(std::uint64_t seed, bool portable) : random_(seed), portable_(portable) {}
 
   Script life(u32 actions) {
     for (const u32 side : {0U, 1U}) {
@@ -71,7 +71,13 @@ class Author {
   }
 
  private:
-  void write(const Step &step) { script_.push_back(step); }
+  void write(Step step) {
+    if (portable_ && std::string_view(step.op->name) == "fault" &&
+        draw::faulty_function(step.arguments[0]) == host::Fn::ZEL_MemAlloc_F) {
+      ++step.arguments[0];
+    }
+    script_.push_back(step);
+  }
 
   void ask(u32 count) {
     for (u32 i = 0; i < count; ++i) {
@@ -134,11 +140,17 @@ class Author {
       write(drawn(op_named("numbers-spec"), random_));
       write(drawn(op_named("types-spec"), random_));
     }
+    if (random_.one_in(3)) {
+      write(drawn(op_named("fault"), random_));
+      write(told("enrol", {}));
+      write(told("enrol", {}));
+    }
     birth();
     write(told("pair", {}));
   }
 
   Random random_;
+  bool portable_;
   Script script_;
 };
 
@@ -179,8 +191,8 @@ const Op &op_named(const std::string &name) {
   throw std::invalid_argument("there is no step '" + name + "'");
 }
 
-Script life_of(std::uint64_t seed, u32 actions) {
-  return Author(seed).life(actions);
+Script life_of(std::uint64_t seed, u32 actions, bool portable) {
+  return Author(seed, portable).life(actions);
 }
 
 std::string text_of(const Step &step) {

@@ -58,8 +58,9 @@ const std::vector<Op> &actions();
 const std::vector<Op> &questions();
 const Op &op_named(const std::string &name);  // throws std::invalid_argument
 
-// A life from its seed: a start, then that many actions with a few questions after each.
-Script life_of(std::uint64_t seed, u32 actions);
+// A life from its seed: a start, then that many actions with a few questions after each. In a
+// portable one memory never runs out: how much was asked for depends on the width of a pointer.
+Script life_of(std::uint64_t seed, u32 actions, bool portable = false);
 
 std::string text_of(const Step &step);
 Script read_script(std::istream &in);  // throws std::invalid_argument that names the line

@@ -1,7 +1,10 @@
 #include "node/soak_stage.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
+
+#include "node/soak_address.hpp"
 
 namespace soak {
 
@@ -9,9 +12,17 @@ Stage *current_stage = nullptr;
 
 namespace {
 
+constexpr u32 kLowestAddress = 65'536;
+
 void append_number(std::string &text, u32 value) {
+  if (value >= kLowestAddress) {
+    if (const u32 number = address_number(value)) {
+      text.append(" &").append(std::to_string(number));
+      return;
+    }
+  }
   char digits[16];
-  const int base = value < 65'536 ? 10 : 16;
+  const int base = value < kLowestAddress ? 10 : 16;
   const auto end = std::to_chars(digits, digits + sizeof digits, value, base).ptr;
   text.append(base == 16 ? " 0x" : " ");
   text.append(digits, end);
@@ -32,7 +43,7 @@ constexpr const char *kPartitions[] = {"static", "block", "dynamic"};
 
 }  // namespace
 
-Stage::Stage(const Player &player_) : player(player_) {
+Stage::Stage(const Player &player_, bool portable_) : player(player_), portable(portable_) {
   constexpr u8 slots = 4;
   for (host::Node &node : nodes) {
     node.chassis.add_frame(0, slots);
@@ -56,7 +67,7 @@ Stage::Stage(const Player &player_) : player(player_) {
     node.debug.set_sink([this](const host::Line &line) {
       say(host::name_of(line.printer), {line.selector});
       said.back() = ' ';
-      said.append(without_addresses(line.text));
+      said.append(with_numbers(without_addresses(line.text)));
       for (const u32 number : line.numbers) {
         append_number(said, number);
       }
@@ -88,6 +99,42 @@ void Stage::say_bytes(const char *what, const void *bytes, std::size_t size) {
   said.push_back('\n');
 }
 
+// A value that carries an address has the width of one.
+void Stage::say_parameter(const host::SentParameter &sent) {
+  u32 word = 0;
+  std::memcpy(&word, sent.bytes.data(), std::min(sent.bytes.size(), sizeof word));
+  if (sent.length == sizeof(PmWord) && address_number(word) != 0) {
+    say("  parameter", {sent.kind, word});
+    return;
+  }
+  say("  parameter", {sent.kind, sent.length, sent.null ? 1U : 0U});
+  say_bytes("  ", sent.bytes.data(), sent.bytes.size());
+}
+
+void Stage::say_slots(const PmSubCallBack &slots) {
+  PmWord words[sizeof slots / sizeof(PmWord)];
+  std::memcpy(words, &slots, sizeof words);
+  said.append("  slots");
+  for (const PmWord word : words) {
+    append_number(said, static_cast<u32>(word));
+  }
+  said.push_back('\n');
+}
+
+void Stage::watch_calls(bool on) {
+  for (host::Node &node : nodes) {
+    if (on) {
+      node.journal.start();
+    } else {
+      node.journal.stop();
+      for (const host::JournalEntry &entry : node.journal.entries()) {
+        said.append(entry.text()).push_back('\n');
+      }
+      node.journal.clear();
+    }
+  }
+}
+
 void Stage::say_host_effects() {
   for (host::Node &node : nodes) {
     for (const host::ObjectChange &change : node.objects.log()) {
@@ -99,14 +146,20 @@ void Stage::say_host_effects() {
       say(call.service.c_str(),
           {call.synchronous ? 1U : 0U, call.destination, call.cid, call.code, call.answer});
       for (const host::SentParameter &sent : call.parameters) {
-        say("  parameter", {sent.kind, sent.length, sent.null ? 1U : 0U});
-        say_bytes("  ", sent.bytes.data(), sent.bytes.size());
+        say_parameter(sent);
       }
     }
     node.rpc.clear_sent();
     for (u32 number = 1; number <= 3; ++number) {
       const host::PartitionUse &use = node.memory.use(number);
-      say(kPartitions[number - 1], {static_cast<u32>(use.blocks), static_cast<u32>(use.bytes)});
+      say(kPartitions[number - 1],
+          {static_cast<u32>(use.blocks), portable ? 0 : static_cast<u32>(use.bytes)});
+    }
+    for (std::size_t &told = slow_calls[side_of(node)]; told < node.debug.long_calls().size();
+         ++told) {
+      const host::LongCall &call = node.debug.long_calls()[told];
+      say("slow call", {call.ticks, call.prim_type});
+      said.append("  ").append(call.function).append(" " + call.file + "\n");
     }
     say("ticks", {node.clock.now()});
     for (const host::Misuse &misuse : node.misuses) {

@@ -51,13 +51,15 @@ struct Player {
 
 class Stage {
  public:
-  explicit Stage(const Player &player);
+  // A portable one leaves out what depends on the width of a pointer.
+  Stage(const Player &player, bool portable);
 
   static constexpr std::size_t kSides = 2;
   host::Node nodes[kSides];
   host::Instance *instances[kSides] = {};
   std::size_t side = 0;
   const Player player;
+  const bool portable;
   Product product;
   std::string said;
   u32 booked_depth = 0;
@@ -68,9 +70,18 @@ class Stage {
 
   void say(const char *what, std::initializer_list<u32> values);
   void say_bytes(const char *what, const void *bytes, std::size_t size);
+  void say_slots(const PmSubCallBack &slots);
+  // The host calls between on and off, with their arguments.
+  void watch_calls(bool on);
   // What the host's parts have been asked to do since the last time.
   void say_host_effects();
   void remove_instance();
+
+ private:
+  std::size_t side_of(const host::Node &node) const { return &node == &nodes[0] ? 0 : 1; }
+  void say_parameter(const host::SentParameter &sent);
+
+  std::size_t slow_calls[kSides] = {};  // already said
 };
 
 // The stage on which something runs now.

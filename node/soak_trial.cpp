@@ -8,6 +8,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <fstream>
 #include <stdexcept>
 
 namespace soak {
@@ -21,6 +22,7 @@ struct Report {
   std::size_t step;
   bool done;
   bool mismatch;
+  std::uint64_t digest;
   char expected[kTextRoom];
   char got[kTextRoom];
 };
@@ -31,11 +33,19 @@ void copy_text(char (&to)[kTextRoom], const std::string &from) {
   to[size] = 0;
 }
 
-void play(const Script &script, Report &report) {
-  Play play;
+void play(const Script &script, Report &report, bool portable, const std::string &transcript) {
+  Play play(portable);
+  std::ofstream said;
+  if (!transcript.empty()) {
+    said.open(transcript, std::ios::binary);
+  }
   for (std::size_t i = 0; i < script.size(); ++i) {
     report.step = i;
-    if (const auto mismatch = play.step(script[i])) {
+    const auto mismatch = play.step(script[i]);
+    if (said.is_open()) {
+      said << "# " << text_of(script[i]) << "\n" << play.library.said;
+    }
+    if (mismatch) {
       copy_text(report.expected, mismatch->expected);
       copy_text(report.got, mismatch->got);
       report.mismatch = true;
@@ -43,6 +53,7 @@ void play(const Script &script, Report &report) {
     }
   }
   report.step = script.size();
+  report.digest = play.digest();
   report.done = true;
 }
 
@@ -55,9 +66,8 @@ std::string end_of_child(int status) {
                            : "the process ended by " + std::string(strsignal(number)) + "\n";
 }
 
-}  // namespace
-
-Outcome try_script(const Script &script, unsigned limit_seconds) {
+Outcome try_in_child(const Script &script, unsigned limit_seconds, bool portable,
+                     const std::string &transcript) {
   void *shared =
       mmap(nullptr, sizeof(Report), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
   if (shared == MAP_FAILED) {
@@ -71,7 +81,7 @@ Outcome try_script(const Script &script, unsigned limit_seconds) {
   }
   if (child == 0) {
     alarm(limit_seconds);
-    play(script, report);
+    play(script, report, portable, transcript);
     _exit(0);
   }
   int status = 0;
@@ -79,6 +89,7 @@ Outcome try_script(const Script &script, unsigned limit_seconds) {
   Outcome outcome;
   outcome.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
   outcome.steps = report.step;
+  outcome.digest = report.digest;
   if (report.mismatch) {
     outcome.mismatch = Mismatch{report.step, report.expected, report.got};
   } else if (!report.done) {
@@ -86,6 +97,16 @@ Outcome try_script(const Script &script, unsigned limit_seconds) {
   }
   munmap(shared, sizeof(Report));
   return outcome;
+}
+
+}  // namespace
+
+Outcome try_script(const Script &script, unsigned limit_seconds) {
+  return try_in_child(script, limit_seconds, false, "");
+}
+
+Outcome try_portable(const Script &script, unsigned limit_seconds, const std::string &transcript) {
+  return try_in_child(script, limit_seconds, true, transcript);
 }
 
 Script shrink(Script script, std::size_t failing_step) {
