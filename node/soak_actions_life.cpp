@@ -12,6 +12,10 @@ constexpr u32 kFirstCid = 0x36;
 void enrol(Stage &stage, const u32 * /*a*/) {
   const host::Scope scope(stage.node());
   stage.say("answer", {stage.player.register_info()});
+  for (const RootCompRegisterInfo &info : stage.node().root.components()) {
+    stage.say("component", {info.ulCompType, info.ulReserved1, info.ulReserved2});
+    stage.say_bytes("  name", info.acName, sizeof info.acName);
+  }
 }
 
 void construct(Stage &stage, const u32 *a) {
@@ -24,6 +28,7 @@ void construct(Stage &stage, const u32 *a) {
   stage.say("constructed", {made != nullptr ? 1U : 0U, stage.node().root.last_code()});
   if (made != nullptr) {
     made->active = stage.side == 0;
+    stage.say_bytes("  words", made->local_data.get(), 2 * sizeof(u32));
   }
 }
 

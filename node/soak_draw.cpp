@@ -1,5 +1,8 @@
 #include "node/soak_draw.hpp"
 
+#include <iterator>
+#include <map>
+
 namespace soak {
 
 namespace {
@@ -69,6 +72,56 @@ constexpr u32 kTextLengths[] = {6, 0, 1, 8, 16, 31, 32, 33, 40, 63, 64, 79, 80, 
 
 host::Fn faulty_function(u32 number) {
   return kFaulty[number % std::size(kFaulty)];
+}
+
+u32 number_of(host::Fn faulty) {
+  u32 number = 0;
+  while (kFaulty[number] != faulty) {
+    ++number;
+  }
+  return number;
+}
+
+const char *caller_of(host::Fn faulty, Random &random) {
+  static const std::multimap<host::Fn, const char *> callers = {
+      {host::Fn::ZEL_MemAlloc_F, "book"},
+      {host::Fn::ZEL_MemAlloc_F, "static"},
+      {host::Fn::ZEL_MemAlloc_F, "sub-line"},
+      {host::Fn::ZEL_MemAlloc_F, "PM_LibGetPtpFromPhyIndex"},
+      {host::Fn::DDM_LibScribeIsClassBtFinished, "dynamic"},
+      {host::Fn::DDM_LibScribeIsClassBtFinished, "notify"},
+      {host::Fn::DDM_LibSubscribe, "start-phase"},
+      {host::Fn::ROOT_LibIsPidDepend, "dynamic"},
+      {host::Fn::ROOT_LibSrvmPubishSapi, "start-phase"},
+      {host::Fn::SYN_LibIsCpuActive, "extract"},
+      {host::Fn::RPC_LibSyncCall, "delete-virtual"},
+      {host::Fn::RPC_LibSyncCall, "add-virtual"},
+      {host::Fn::RPC_LibSyncCall, "object-free"},
+      {host::Fn::RPC_LibSyncCall, "PM_LibOperCheckCanDelPTP"},
+      {host::Fn::RPC_LibAyncCall, "PM_LibLinkEventNotify"},
+      {host::Fn::PUB_LibAddObjAllCfg, "dynamic"},
+      {host::Fn::PUB_LibDelObjAllCfg, "dynamic"},
+      {host::Fn::DEV_GetMaxFrameNum, "walk"},
+      {host::Fn::DEV_LibIfFrameExist, "walk"},
+      {host::Fn::DEV_LibGetFrameAttribute, "walk"},
+      {host::Fn::DEV_LibIfBoardExist, "walk"},
+      {host::Fn::DEV_LibGetBoardAttribute, "PM_LibGetHardwarePortNum"},
+      {host::Fn::DEV_LibGetBoardAttribute, "PM_LibGetPortNumFromBIndex"},
+      {host::Fn::DEV_LibGetPortTypeOfBoard, "PM_LibGetPortNumFromBIndex"},
+      {host::Fn::DEV_LibGetBIndexFromFrameIDSlotID, "PM_LibGetPtpFromFSP"},
+      {host::Fn::DEV_LibGetFrameIDSlotIDFromBIndex, "PM_LibGetFSPFromPtp"},
+      {host::Fn::DEV_LibGetFrameIDSlotIDFromBIndex, "PM_LibGetNextPtpIdByPtpID"},
+      {host::Fn::PTOPO_LibGetHardPhyIDFromPortId, "PM_LibGetPtpPhyStateFromPTP"},
+      {host::Fn::CAP_LibRegCapMngtProc, "PM_LibRegCapClassMngt"},
+      {host::Fn::CAP_LibGetCapability, "PM_LibGetPtpCapability"},
+      {host::Fn::ATTR_LibRegClassMngtProc, "PM_LibRegAttrClassMngt"},
+      {host::Fn::ATTR_LibGetAttribute, "PM_LibGetPtpAttributeCluster"},
+      {host::Fn::KVT_RegisterPIDInfo, "start-fid"},
+      {host::Fn::KVT_RegisterPIDInfo, "PM_LibCfgRegSubLinePid"},
+      {host::Fn::KVT_RegisterMsgTaskPrio, "start-fid"}};
+  const auto [first, last] = callers.equal_range(faulty);
+  const auto known = static_cast<u32>(std::distance(first, last));
+  return known == 0 ? nullptr : std::next(first, static_cast<long>(random.below(known)))->second;
 }
 
 std::string text_of(u32 number) {

@@ -59,6 +59,9 @@ SOAK_DRAW(word, "word");
 std::string text_of(u32 number);
 // Host functions that are made to fail.
 host::Fn faulty_function(u32 number);
+u32 number_of(host::Fn faulty);  // the other way
+// A kind of step that is likely to call the function; null: none in particular.
+const char *caller_of(host::Fn faulty, Random &random);
 
 }  // namespace soak::draw
 

@@ -152,6 +152,13 @@ struct Board {
   u32 deleting = 0;
 };
 
+// What stands in an instance's local data: the two words of its construction come first.
+struct Local {
+  u32 para;
+  u32 cid;
+  Board *board;
+};
+
 struct Model {
 #define SOAK_DECLARE(name) static decltype(::name) name;
   SOAK_FUNCTIONS(SOAK_DECLARE)

@@ -72,6 +72,9 @@ u32 Model::PM_LibGetPhyIndexFromPTPEnc(u8 ucPtpClass, u16 usPtpID, u16 *pusBInde
     PM_LibDotPrintf(0, 0, "GET PhyIndex func pointer is NULL_PTR, ucPtpClass = 0x%x", ucPtpClass);
     return record(0x689380, {usPtpID});
   }
+  if (pusBIndex == nullptr || pucPort == nullptr) {
+    return record(0x689380, {usPtpID});
+  }
   u16 index = 0;
   u8 port = 0;
   const u32 ret = function(usPtpID, &index, &port);
@@ -326,6 +329,9 @@ u32 Model::PM_LibGetPtpFromPhyIndexOnSrvByEnum(u8 ucPtpClass, u16 usIndex1, u16 
 
 u32 Model::PM_LibGetPtpFromPhyIndexOnSrv(u8 ucPtpClass, u16 usIndex1, u16 usIndex2, u16 *pusPtpID) {
   Board &my = board();
+  if (pusPtpID == nullptr) {
+    return record(0x689380, {ucPtpClass, usIndex1, usIndex2});
+  }
   if (my.cache_table == 0) {
     my.cache_table = ZEL_HASH_Create_Table(368, 0);
   }

@@ -28,7 +28,7 @@ u32 Model::PM_LibConstructProc(u32 ulPhase, u32 ulPara, u32 ulCid, u32) {
   if (ulPhase != 0) {
     return init_record(1, {ulPhase});
   }
-  void *local = ROOT_LibCompLocalCreate(ulCid, 54, sizeof(Board *));
+  void *local = ROOT_LibCompLocalCreate(ulCid, 54, sizeof(Local));
   if (local == nullptr) {
     return init_record(1, {ulCid});
   }
@@ -41,8 +41,7 @@ u32 Model::PM_LibConstructProc(u32 ulPhase, u32 ulPara, u32 ulCid, u32) {
 }
 
 u32 Model::PM_LibDestructProc(void *pLocalData) {
-  Board *of = nullptr;
-  std::memcpy(&of, pLocalData, sizeof of);
+  const Board *of = static_cast<const Local *>(pLocalData)->board;
   const u32 ret = ZEL_HandleFinalize(of->handle);
   return ret == 0 ? 0 : init_record(1, {ret});
 }
@@ -59,8 +58,7 @@ u32 Model::PM_LibProcTulviIIDMsg(u32 ulIid, void *pMsg, void *pLocalData) {
   if (ulIid != 4) {
     return 22;
   }
-  Board *of = nullptr;
-  std::memcpy(&of, pLocalData, sizeof of);
+  const Board *of = static_cast<const Local *>(pLocalData)->board;
   return ROOT_LibProcFidPidMsg(of->cid, pMsg, pLocalData);
 }
 

@@ -45,16 +45,14 @@ Board &Model::board() {
   if (self == nullptr || self->pLocalData == nullptr) {
     throw std::logic_error("the model plays without an instance");
   }
-  Board *found = nullptr;
-  std::memcpy(&found, self->pLocalData, sizeof found);
-  return *found;
+  return *static_cast<const Local *>(self->pLocalData)->board;
 }
 
 void Model::hand_over_board(void *local, std::unique_ptr<Board> board) {
   static std::vector<std::unique_ptr<Board>> all;
-  Board *address = board.get();
+  const Local made{board->para, board->cid, board.get()};
   all.push_back(std::move(board));
-  std::memcpy(local, &address, sizeof address);
+  std::memcpy(local, &made, sizeof made);
 }
 
 u32 Model::description_room() {
@@ -176,6 +174,9 @@ u32 Model::PM_LibDeleteStaticDBNode(u16 usPtpID) {
 }
 
 u32 Model::PM_LibStaticDataGetDataFromPTP(u16 usPtpID, PtpStaticData *pstStaticData) {
+  if (pstStaticData == nullptr) {
+    return record(0x689380, {usPtpID});
+  }
   if (board().static_table == 0 || usPtpID > PM_LibGetMaxPtpID()) {
     return record(1, {usPtpID});
   }

@@ -363,6 +363,9 @@ u32 Model::PM_LibGetSubFuncFromPTP(u16 usPtpID, PmSubCallBack *pstCallBack) {
 // -- Co-classes
 
 u32 Model::PM_LibGetPtpCoClass(u16 usPtpType, u16 *pusCoClass) {
+  if (pusCoClass == nullptr) {
+    return record(0x689380, {0x689380});
+  }
   PmSubInnerSubInfo *info = nullptr;
   PmSubCallBackEntry *entry = nullptr;
   const u32 ret = PM_LibGetSubInfo(usPtpType, &info, &entry);

@@ -11,6 +11,9 @@ constexpr auto &record = core_record;
 
 u32 Model::PM_LibGetHardwarePortNum(u16 usBIndex, u8 *pucOutPortNum, u8 *pucInnerPortNum,
                                     u8 *pucSumNum) {
+  if (pucOutPortNum == nullptr || pucInnerPortNum == nullptr || pucSumNum == nullptr) {
+    return record(0x689380, {0x689380});
+  }
   u16 counts[2] = {0, 0};  // inner, outer
   for (u32 i = 0; i < 2; ++i) {
     const u32 ret = DEV_LibGetBoardAttribute(usBIndex, 0x10007 + i, 2, &counts[i]);
@@ -209,6 +212,9 @@ u32 Model::PM_LibGetNextPtpIdByPtpID(u16 usPtpID, u16 usPtpType, u8 ucFilter, u1
 
 u32 Model::PM_LibPtpIdGetNextFromPortPtp(u16 usBIndex, u16 usPtpID, u16 usPtpType, u8 ucFilter,
                                          u16 *pusNextPtpID) {
+  if (pusNextPtpID == nullptr) {
+    return record(0x689380, {usPtpID});
+  }
   if (usPtpID != 0xFFFF) {
     u8 ptp_class = 0;
     const u32 ret = PM_LibGetDynPubDataAttr(usPtpID, 2, &ptp_class);

@@ -112,12 +112,12 @@ std::vector<Op> live_questions() {
 
 std::vector<Op> walk_questions() {
   return {
-      SOAK_ASK(3, PM_LibGetHardwarePortNum, board, there, there, there),
+      SOAK_ASK(3, PM_LibGetHardwarePortNum, board, draw::null, draw::null, draw::null),
       SOAK_ASK(3, PM_LibGetPortNumFromBIndex, board, null, null, null),
       SOAK_ASK(5, PM_LibGetNextPtpFromPTP, walk_board, ptp, type, null),
       SOAK_ASK(4, PM_LibGetNextVisiblePtpFromPTP, walk_board, ptp, type, null),
       SOAK_ASK(4, PM_LibGetNextPtpFromVS, vs, walk_board, ptp, type, null),
-      SOAK_ASK(2, PM_LibPtpIdGetNextFromPortPtp, walk_board, ptp, type, filter, there),
+      SOAK_ASK(2, PM_LibPtpIdGetNextFromPortPtp, walk_board, ptp, type, filter, draw::null),
       SOAK_ASK(2, PM_LibGetNextPtpIdByPtpID, ptp, type, filter, there),
       SOAK_ASK(2, PM_LibGetNextPtpIdByBIndex, board, ptp, type, filter, there),
       SOAK_ASK(2, PM_LibGetNextPtpIdInBoardByPort, board, port, type, filter, there),

@@ -88,8 +88,14 @@ class Author {
   void act() {
     write(drawn(weighted(actions(), random_), random_));
     // A fault is for the very next step: an action or a question.
-    if (std::string_view(script_.back().op->name) == "fault" && random_.one_in(2)) {
-      write(drawn(weighted(actions(), random_), random_));
+    if (std::string_view(script_.back().op->name) == "fault") {
+      const host::Fn faulty = draw::faulty_function(script_.back().arguments[0]);
+      const char *caller = random_.one_in(3) ? nullptr : draw::caller_of(faulty, random_);
+      if (caller != nullptr) {
+        write(drawn(op_named(caller), random_));
+      } else if (random_.one_in(2)) {
+        write(drawn(weighted(actions(), random_), random_));
+      }
     }
     ask(kQuestions);
   }
@@ -100,24 +106,41 @@ class Author {
     }
   }
 
+  void sometimes_fail(std::initializer_list<host::Fn> functions) {
+    if (random_.one_in(4)) {
+      const u32 choice = random_.below(static_cast<u32>(functions.size()));
+      write(told("fault", {draw::number_of(functions.begin()[choice]), 1 + random_.below(3), 0}));
+    }
+  }
+
   // From construction to the end of the batches, with steps between now and then.
   void birth() {
     write(told("hooks", {random_.one_in(4) ? random_.next() & 0xFFFF : 0xFFFFU, 0, 1}));
     write(told("plan-sub-lines", {random_.below(4), random_.below(4), 101, 0xF}));
-    if (random_.one_in(4)) {
-      write(drawn(op_named("fault"), random_));
-    }
+    using host::Fn;
+    sometimes_fail({Fn::ROOT_LibCompLocalCreate, Fn::ROOT_LibCompHandleInit});
     write(told("construct", {random_.next()}));
     sometimes_act();
+    sometimes_fail({Fn::KVT_RegisterPIDInfo, Fn::KVT_RegisterMsgTaskPrio});
     write(told("start-fid", {0}));
-    for (const u32 phase : {1U, 2U, 8U}) {
-      sometimes_act();
-      if (random_.one_in(6)) {
-        write(drawn(op_named("fault"), random_));
-      }
-      write(told("start-phase", {phase}));
-    }
     sometimes_act();
+    sometimes_fail({Fn::ZEL_MemAlloc_F, Fn::DDM_LibSubscribe, Fn::ROOT_LibSrvmPubishSapi});
+    write(told("start-phase", {1}));
+    sometimes_act();
+    if (random_.one_in(3)) {
+      write(told("start-phase", {1}));
+    }
+    write(told("start-phase", {2}));
+    sometimes_fail({Fn::SYN_LibRegisterModuleDataSynInfo, Fn::SYN_LibRegisterSynDataBlockFix,
+                    Fn::SYN_LibRegisterModuleDataMode, Fn::SYN_LibRegisterSetBitTableFun});
+    write(told("start-phase", {8}));
+    sometimes_act();
+    if (random_.one_in(4)) {
+      // The store comes into being with its first record, or with the next one.
+      sometimes_fail({Fn::ZEL_MemAlloc_F});
+      write(told("PM_LibMallocForDynCB", {}));
+      act();
+    }
     write(told("deliver", {}));
     for (u32 suffix = 0; suffix < 5; ++suffix) {
       constexpr u32 types[] = {7, 9, 12, 40, 3};

@@ -35,6 +35,16 @@ TEST(Soak, WrittenStepsArePlayedAgain) {
   EXPECT_THAT(outcome.output, StartsWith("passed: "));
 }
 
+TEST(Soak, TheDigestOfALifeIsItsOwn) {
+  const std::string life = "soak --digest --steps 200 --seed ";
+  const auto first = program::run(life + "1");
+  EXPECT_EQ(first.code, 0) << first.output;
+  EXPECT_THAT(first.output, HasSubstr("\ndigest "));
+  EXPECT_EQ(program::run(life + "1").output, first.output);
+  const auto digest = [](const std::string &text) { return text.substr(text.find("digest ")); };
+  EXPECT_NE(digest(program::run(life + "2").output), digest(first.output));
+}
+
 TEST(Soak, OddFilesAreNamedByTheirLine) {
   const struct {
     const char *steps;
