@@ -113,8 +113,8 @@ void board_out(Stage &stage, const u32 *a) {
 }
 
 void board_in(Stage &stage, const u32 *a) {
-  constexpr u16 outer[] = {8, 33, 200, 0, 16};
-  constexpr u16 inner[] = {1, 3, 100, 0, 55};
+  constexpr u16 outer[] = {8, 33, 200, 0};
+  constexpr u16 inner[] = {1, 3, 55, 0};  // 255 ports are the most a board may have
   const u32 kind = a[2] % std::size(outer);
   host::Board board = host::Board::of("BOARD", outer[kind], inner[kind]);
   for (u8 port = 0; port < 8; ++port) {

@@ -93,6 +93,7 @@ const char *caller_of(host::Fn faulty, Random &random) {
       {host::Fn::DDM_LibSubscribe, "start-phase"},
       {host::Fn::ROOT_LibIsPidDepend, "dynamic"},
       {host::Fn::ROOT_LibSrvmPubishSapi, "start-phase"},
+      {host::Fn::ROOT_LibCompRegisterInfo, "enrol"},
       {host::Fn::SYN_LibIsCpuActive, "extract"},
       {host::Fn::RPC_LibSyncCall, "delete-virtual"},
       {host::Fn::RPC_LibSyncCall, "add-virtual"},
@@ -245,6 +246,9 @@ u32 draw_spec_index(Random &random) {
 }
 
 u32 draw_any(Random &random) {
+  if (random.one_in(16)) {
+    return 0xFFFFFFFF;
+  }
   return random.one_in(2) ? random.below(32) : random.next();
 }
 

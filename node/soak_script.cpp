@@ -107,7 +107,7 @@ class Author {
   }
 
   void sometimes_fail(std::initializer_list<host::Fn> functions) {
-    if (random_.one_in(4)) {
+    if (random_.one_in(3)) {
       const u32 choice = random_.below(static_cast<u32>(functions.size()));
       write(told("fault", {draw::number_of(functions.begin()[choice]), 1 + random_.below(3), 0}));
     }
@@ -135,7 +135,7 @@ class Author {
                     Fn::SYN_LibRegisterModuleDataMode, Fn::SYN_LibRegisterSetBitTableFun});
     write(told("start-phase", {8}));
     sometimes_act();
-    if (random_.one_in(4)) {
+    if (random_.one_in(2)) {
       // The store comes into being with its first record, or with the next one.
       sometimes_fail({Fn::ZEL_MemAlloc_F});
       write(told("PM_LibMallocForDynCB", {}));
@@ -164,7 +164,7 @@ class Author {
       write(drawn(op_named("types-spec"), random_));
     }
     if (random_.one_in(3)) {
-      write(drawn(op_named("fault"), random_));
+      sometimes_fail({host::Fn::ROOT_LibCompRegisterInfo});
       write(told("enrol", {}));
       write(told("enrol", {}));
     }
