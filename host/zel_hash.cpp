@@ -1,4 +1,5 @@
 // Hash tables.
+#include <algorithm>
 #include <cstring>
 
 #include "host/call.hpp"
@@ -9,6 +10,7 @@ namespace {
 
 constexpr PmWord mark_base = 0x5A170000;  // + handle: what a linked node carries as its mark
 constexpr u32 most_buckets = 1'000'000;
+constexpr std::size_t fetched_ahead = 8;  // nodes
 
 std::string describe(Handle table, u32 bucket) {
   return "table " + std::to_string(table) + ", bucket " + std::to_string(bucket);
@@ -39,7 +41,7 @@ const HashTables::Table *HashTables::table(Handle handle) const {
 
 std::size_t HashTables::buckets(Handle handle) const {
   const Table *found = table(handle);
-  return found == nullptr ? 0 : found->heads.size();
+  return found == nullptr ? 0 : found->buckets.size();
 }
 
 std::size_t HashTables::nodes(Handle handle) const {
@@ -48,21 +50,19 @@ std::size_t HashTables::nodes(Handle handle) const {
 }
 
 std::vector<const void *> HashTables::bucket(Handle handle, u32 number) const {
-  std::vector<const void *> nodes;
   const Table *found = table(handle);
-  if (found != nullptr && number < found->heads.size()) {
-    for (const Links *node = found->heads[number]; node != nullptr; node = load<Links>(node).next) {
-      nodes.push_back(node);
-    }
+  if (found == nullptr || number >= found->buckets.size()) {
+    return {};
   }
-  return nodes;
+  const Bucket &nodes = found->buckets[number];
+  return {nodes.rbegin(), nodes.rend()};
 }
 
 Handle HashTables::create(u32 bucket_count) {
   if (bucket_count == 0 || bucket_count > most_buckets) {
     return 0;
   }
-  tables_.push_back({std::vector<Links *>(bucket_count, nullptr), 0});
+  tables_.push_back({std::vector<Bucket>(bucket_count), 0});
   return static_cast<Handle>(tables_.size());
 }
 
@@ -75,7 +75,7 @@ u32 HashTables::add(Handle handle, void *node, u32 number) {
     node_.misuse(MisuseKind::bad_handle, Fn::ZEL_HASH_Add_Node, describe(handle, number));
     return code_unknown;
   }
-  if (number >= found->heads.size()) {
+  if (number >= found->buckets.size()) {
     node_.misuse(MisuseKind::bad_bucket, Fn::ZEL_HASH_Add_Node, describe(handle, number));
     return code_range;
   }
@@ -83,14 +83,8 @@ u32 HashTables::add(Handle handle, void *node, u32 number) {
     node_.misuse(MisuseKind::linked_twice, Fn::ZEL_HASH_Add_Node, describe(handle, number));
     return code_exists;
   }
-  Links *head = found->heads[number];
-  if (head != nullptr) {
-    Links links = load<Links>(head);
-    links.previous = static_cast<Links *>(node);
-    store(head, links);
-  }
-  store(node, Links{head, nullptr, mark_base + handle});
-  found->heads[number] = static_cast<Links *>(node);
+  found->buckets[number].push_back(node);
+  store(node, Links{number, 0, mark_base + handle});
   ++found->nodes;
   return 0;
 }
@@ -98,12 +92,17 @@ u32 HashTables::add(Handle handle, void *node, u32 number) {
 void *HashTables::find(Handle handle, u32 number, const void *key,
                        u32 (*compare)(const void *, const void *)) {
   const Table *found = table(handle);
-  if (found == nullptr || number >= found->heads.size() || compare == nullptr) {
+  if (found == nullptr || number >= found->buckets.size() || compare == nullptr) {
     node_.misuse(found == nullptr ? MisuseKind::bad_handle : MisuseKind::bad_bucket,
                  Fn::ZEL_HASH_Find_Node, describe(handle, number));
     return nullptr;
   }
-  for (Links *node = found->heads[number]; node != nullptr; node = load<Links>(node).next) {
+  const Bucket &nodes = found->buckets[number];
+  for (std::size_t left = nodes.size(); left != 0; --left) {
+    if (left > fetched_ahead) {
+      __builtin_prefetch(static_cast<const u8 *>(nodes[left - 1 - fetched_ahead]) + sizeof(Links));
+    }
+    void *node = nodes[left - 1];
     if (compare(key, node) == 0) {
       return node;
     }
@@ -121,27 +120,17 @@ u32 HashTables::remove(Handle handle, void *node, u32 number) {
     return code_unknown;
   }
   const Links links = load<Links>(node);
-  // The first node of a bucket tells whether the bucket is the right one; of the others the mark
-  // only tells that they are in this table.
-  const bool in_place = number < found->heads.size() && links.mark == mark_base + handle &&
-                        (links.previous != nullptr || found->heads[number] == node);
-  if (!in_place) {
+  const bool in_place =
+      number < found->buckets.size() && links.mark == mark_base + handle && links.bucket == number;
+  Bucket *nodes = in_place ? &found->buckets[number] : nullptr;
+  const auto place =
+      in_place ? std::find(nodes->rbegin(), nodes->rend(), node) : Bucket::reverse_iterator{};
+  if (!in_place || place == nodes->rend()) {
     node_.misuse(MisuseKind::not_linked, Fn::ZEL_HASH_Delete_Node, describe(handle, number));
     return code_not_linked;
   }
-  if (links.previous != nullptr) {
-    Links previous = load<Links>(links.previous);
-    previous.next = links.next;
-    store(links.previous, previous);
-  } else {
-    found->heads[number] = links.next;
-  }
-  if (links.next != nullptr) {
-    Links next = load<Links>(links.next);
-    next.previous = links.previous;
-    store(links.next, next);
-  }
-  store(node, Links{nullptr, nullptr, 0});
+  nodes->erase(std::next(place).base());
+  store(node, Links{0, 0, 0});
   --found->nodes;
   return 0;
 }
