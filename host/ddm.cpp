@@ -14,9 +14,19 @@ const u8 *pointer_or_null(const Bytes &bytes) {
 
 constexpr std::size_t most_refusals = 1'000;
 
+u32 u32_of(const Bytes &bytes) {
+  u32 value;
+  std::memcpy(&value, bytes.data(), sizeof value);
+  return value;
+}
+
 }  // namespace
 
 bool KeyOrder::operator()(const Bytes &a, const Bytes &b) const {
+  // Nearly every key is a number of four bytes, and every delivery looks for one.
+  if (a.size() == sizeof(u32) && b.size() == sizeof(u32)) {
+    return u32_of(a) < u32_of(b);
+  }
   if (a.size() != b.size()) {
     return a.size() < b.size();
   }
@@ -30,7 +40,7 @@ Bytes bytes_of_u32(u32 value) {
 
 u32 Distribution::publish(u32 class_id, ByteView key, ByteView data) {
   const Record record{{key.begin(), key.end()}, {data.begin(), data.end()}};
-  store_[class_id][record.key] = record.data;
+  keep(class_id, record.key, record.data);
   return enqueue(class_id, record, false);
 }
 
@@ -40,11 +50,33 @@ u32 Distribution::send(u32 class_id, u32 key, ByteView data) {
 
 bool Distribution::remove(u32 class_id, u32 key) {
   const auto found = store_.find(class_id);
-  return found != store_.end() && found->second.erase(bytes_of_u32(key)) != 0;
+  const Bytes bytes = bytes_of_u32(key);
+  if (found == store_.end() || found->second.records.erase(bytes) == 0) {
+    return false;
+  }
+  ++found->second.changes;
+  for (Subscription &to : subscriptions_) {
+    to.passed -= to.class_id == class_id && to.has_passed(bytes) ? 1U : 0U;
+  }
+  return true;
 }
 
 void Distribution::preset(u32 class_id, u32 key, ByteView data) {
-  store_[class_id][bytes_of_u32(key)].assign(data.begin(), data.end());
+  keep(class_id, bytes_of_u32(key), {data.begin(), data.end()});
+}
+
+void Distribution::keep(u32 class_id, const Bytes &key, Bytes data) {
+  Class &at = store_[class_id];
+  const std::size_t before = at.records.size();
+  // Data bases are laid in the order of their keys.
+  at.records.insert_or_assign(at.records.end(), key, std::move(data));
+  if (at.records.size() == before) {
+    return;
+  }
+  ++at.changes;
+  for (Subscription &to : subscriptions_) {
+    to.passed += to.class_id == class_id && to.has_passed(key) ? 1U : 0U;
+  }
 }
 
 u32 Distribution::enqueue(u32 class_id, const Record &record, bool event) {
@@ -52,10 +84,9 @@ u32 Distribution::enqueue(u32 class_id, const Record &record, bool event) {
     if (to.class_id != class_id) {
       continue;
     }
-    const bool passed = to.started && !KeyOrder{}(to.position, record.key);
     if (to.finished) {
       live_.push_back({to.cid, class_id, record});
-    } else if (event || passed) {
+    } else if (event || to.has_passed(record.key)) {
       to.late.push_back(record);
     }
     // Else the batch still comes to the record.
@@ -102,11 +133,16 @@ u32 Distribution::deliver(u32 cid, u32 class_id, const Record &record) {
 
 void Distribution::feed_batch(u32 cid, u32 class_id, std::size_t &room) {
   Record record;
+  const Class &from = store_[class_id];
+  auto next = from.records.end();
+  std::uint64_t seen = from.changes - 1;  // `next` is not known yet
   // The subscription is looked up for every record: a delivery may change what is subscribed.
   for (Subscription *to; (to = find_subscription(cid, class_id)) != nullptr && !to->finished;) {
-    const Records &all_records = store_[class_id];
-    const auto next = to->started ? all_records.upper_bound(to->position) : all_records.begin();
-    if (next == all_records.end()) {
+    if (seen != from.changes || !to->started || to->position != record.key) {
+      next = to->started ? from.records.upper_bound(to->position) : from.records.begin();
+      seen = from.changes;
+    }
+    if (next == from.records.end()) {
       to->finished = true;
       for (Record &late : to->late) {
         live_.push_back({cid, class_id, std::move(late)});
@@ -120,8 +156,10 @@ void Distribution::feed_batch(u32 cid, u32 class_id, std::size_t &room) {
     --room;
     record.key = next->first;
     record.data = next->second;
+    ++next;
     to->started = true;
     to->position = record.key;
+    ++to->passed;
     ++to->delivered;
     deliver(cid, class_id, record);
   }
@@ -157,9 +195,7 @@ std::optional<Distribution::Progress> Distribution::progress(u32 cid, u32 class_
   }
   Progress progress{to->delivered, to->delivered, to->finished};
   if (!to->finished) {
-    const Records &all_records = records(class_id);
-    const auto next = to->started ? all_records.upper_bound(to->position) : all_records.begin();
-    progress.total += static_cast<std::size_t>(std::distance(next, all_records.end()));
+    progress.total += records(class_id).size() - to->passed;
   }
   return progress;
 }
@@ -182,7 +218,7 @@ std::vector<u32> Distribution::subscriptions(u32 cid) const {
 void Distribution::restart_batches(u32 cid) {
   for (Subscription &to : subscriptions_) {
     if (to.cid == cid) {
-      to = {cid, to.class_id, to.restore, false, false, {}, 0, {}};
+      to = fresh(cid, to.class_id, to.restore);
     }
   }
   std::erase_if(live_, [&](const Live &entry) { return entry.cid == cid; });
@@ -191,7 +227,7 @@ void Distribution::restart_batches(u32 cid) {
 const Records &Distribution::records(u32 class_id) const {
   static const Records none;
   const auto found = store_.find(class_id);
-  return found == store_.end() ? none : found->second;
+  return found == store_.end() ? none : found->second.records;
 }
 
 const Bytes *Distribution::find(u32 class_id, u32 key) const {
@@ -252,11 +288,11 @@ u32 Distribution::subscribe(u32 cid, u32 class_id, DdmRestoreFunc restore) {
   if (node_.root.find(cid) == nullptr) {
     return code_no_instance;
   }
-  const Subscription fresh{cid, class_id, restore, false, false, {}, 0, {}};
+  const Subscription subscription = fresh(cid, class_id, restore);
   if (Subscription *known = find_subscription(cid, class_id)) {
-    *known = fresh;
+    *known = subscription;
   } else {
-    subscriptions_.push_back(fresh);
+    subscriptions_.push_back(subscription);
   }
   if (immediate_batches && !delivering_) {
     std::size_t room = all;

@@ -132,7 +132,22 @@ class Distribution {
     bool started = false;
     Bytes position;  // key of the last record delivered in the batch
     std::size_t delivered = 0;
+    std::size_t passed = 0;    // records of the class up to the position, so as not to count them
     std::vector<Record> late;  // changed behind the position
+
+    bool has_passed(const Bytes &key) const { return started && !KeyOrder{}(position, key); }
+  };
+  static Subscription fresh(u32 cid, u32 class_id, DdmRestoreFunc restore) {
+    Subscription subscription;
+    subscription.cid = cid;
+    subscription.class_id = class_id;
+    subscription.restore = restore;
+    return subscription;
+  }
+  struct Class {
+    Records records;
+    std::uint64_t changes =
+        0;  // records that came or went: places in `records` are to be sought anew
   };
   struct Live {
     u32 cid = 0;
@@ -143,6 +158,7 @@ class Distribution {
     u32 module = 0;
     DdmSpecUpdateFunc update = nullptr;
   };
+  void keep(u32 class_id, const Bytes &key, Bytes data);
   u32 enqueue(u32 class_id, const Record &record, bool event);
   u32 drain();
   u32 deliver(u32 cid, u32 class_id, const Record &record);
@@ -152,7 +168,7 @@ class Distribution {
   const Subscription *find_subscription(u32 cid, u32 class_id) const;
 
   Node &node_;
-  std::map<u32, Records> store_;
+  std::map<u32, Class> store_;
   std::deque<Subscription> subscriptions_;
   std::deque<Live> live_;
   std::map<u32, Bytes> specs_;
