@@ -11,6 +11,7 @@
 
 #include <type_traits>
 
+#include "global_data.hpp"
 #include "platform/dbg.h"
 #include "platform/dev.h"
 #include "pm_result.h"
@@ -73,6 +74,25 @@ const void *address(Result (*function)(Arguments...)) {
   return reinterpret_cast<const void *>(function);
 }
 
+// Does a line of this selector and switch go out? Asks the host, and then the instance's switch.
+inline bool trace_on(u32 selector, u32 switch_no) {
+  constexpr u32 print_allowed = 1;
+  constexpr u32 selector_unconditional = 0x6C7FFFF;  // selectors above it ignore the switch
+  if (DBG_xPrintfSwitch(selector, switch_no) != print_allowed) {
+    return false;
+  }
+  if (switch_no >= PM_SWITCH_NUM || selector > selector_unconditional) {
+    return true;
+  }
+  const PmGlobalData *data = current_data();
+  return data != nullptr && load<u32>(&data->astDbgSwitch[switch_no]) != 0;
+}
+
+// Prints a line whose switch has been found on.
+[[gnu::cold]] void print_trace(u32 switch_no, const char *format, ...) PM_PRINTF(2, 3);
+[[gnu::cold]] void print_trace_list(u32 switch_no, const char *format, va_list args)
+    PM_PRINTF(2, 0);
+
 inline void set_print_position(const char *name, u32 line) {
   g_stDbgPrintInfo.pcFile = name;
   g_stDbgPrintInfo.ulLine = line;
@@ -98,8 +118,10 @@ inline void set_print_position(const char *name, u32 line) {
 // Yields a result; one that is no success is recorded at this place.
 #define PASS_UP(ret) pm::pass_up(pm_source.name, PM_LINE, (ret))
 
-// Prints a line if the trace switch is on.
-#define TRACE(switch_no, ...) PM_LibDotPrintf(0, (switch_no), __VA_ARGS__)
+// Prints a line if the trace switch is on. Asked here and not in PM_LibDotPrintf, so that a switch
+// that is off costs neither the call nor the passing of its arguments.
+#define TRACE(switch_no, ...) \
+  (pm::trace_on(0, (switch_no)) ? pm::print_trace((switch_no), __VA_ARGS__) : void())
 
 // Prints a line of a debug-window answer, with and without the relative time.
 #define PRINT_RELTIME(...)                          \

@@ -18,22 +18,8 @@ constexpr const char *switch_descriptions[PM_SWITCH_NUM] = {
     "Synchronization and smooth information switch",
 };
 
-constexpr u32 selector_unconditional = 0x6C7FFFF;  // selectors above it ignore the switch
-constexpr u32 print_allowed = 1;
 constexpr int format_failed = -1;
 constexpr u32 line_size = 500;
-
-bool switch_on(u32 switch_no) {
-  const PmGlobalData *data = pm::current_data();
-  return data != nullptr && pm::load<u32>(&data->astDbgSwitch[switch_no]) != 0;
-}
-
-bool prints(u32 selector, u32 switch_no) {
-  if (DBG_xPrintfSwitch(selector, switch_no) != print_allowed) {
-    return false;
-  }
-  return switch_no >= PM_SWITCH_NUM || selector > selector_unconditional || switch_on(switch_no);
-}
 
 }  // namespace
 
@@ -48,18 +34,29 @@ void PM_LibInitPMDbgSwitches(void) {
 }
 
 void PM_LibDotPrintf(u32 ulSelector, u32 ulSwitchNo, const char *pcFormat, ...) {
-  if (!prints(ulSelector, ulSwitchNo)) {
+  if (!pm::trace_on(ulSelector, ulSwitchNo)) {
     return;
   }
-  char line[line_size];
-  pm::clear(line, sizeof line);
   va_list args;
   va_start(args, pcFormat);
-  const int length = vsnprintf_truncated_s(line, sizeof line, pcFormat, args);
+  pm::print_trace_list(ulSwitchNo, pcFormat, args);
   va_end(args);
+}
+
+void pm::print_trace(u32 switch_no, const char *format, ...) {
+  va_list args;
+  va_start(args, format);
+  print_trace_list(switch_no, format, args);
+  va_end(args);
+}
+
+void pm::print_trace_list(u32 switch_no, const char *format, va_list args) {
+  char line[line_size];
+  (void)memset_s(line, sizeof line, 0, sizeof line);
+  const int length = vsnprintf_truncated_s(line, sizeof line, format, args);
   DBG_SetDbwinLineNo(PM_LINE);
   xPrintf(PM_COMP_TYPE, "%s", line);
   if (length == format_failed) {
-    RECORD(ulSwitchNo);
+    RECORD(switch_no);
   }
 }
