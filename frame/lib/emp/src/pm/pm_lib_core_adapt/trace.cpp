@@ -52,7 +52,7 @@ void pm::print_trace(u32 switch_no, const char *format, ...) {
 
 void pm::print_trace_list(u32 switch_no, const char *format, va_list args) {
   char line[line_size];
-  (void)memset_s(line, sizeof line, 0, sizeof line);
+  pm::clear(line, sizeof line);
   const int length = vsnprintf_truncated_s(line, sizeof line, format, args);
   DBG_SetDbwinLineNo(PM_LINE);
   xPrintf(PM_COMP_TYPE, "%s", line);
