@@ -160,6 +160,8 @@ struct Local {
 };
 
 struct Model {
+// A name that is declared cannot stand in parentheses.
+// NOLINTNEXTLINE(bugprone-macro-parentheses)
 #define SOAK_DECLARE(name) static decltype(::name) name;
   SOAK_FUNCTIONS(SOAK_DECLARE)
 #undef SOAK_DECLARE

@@ -13,6 +13,7 @@
 namespace soak {
 
 struct Library {
+// NOLINTNEXTLINE(bugprone-macro-parentheses)
 #define SOAK_DECLARE(name) static constexpr decltype(&::name) name = &::name;
   SOAK_FUNCTIONS(SOAK_DECLARE)
 #undef SOAK_DECLARE

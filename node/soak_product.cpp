@@ -35,7 +35,7 @@ PmSubAttr attributes_of(u32 variant, u16 ptp) {
   attr.ulMtu = 1'500U + ptp + variant;
   attr.ulReceiveSpeed = 100'000U * variant + ptp;
   attr.ulTransmitSpeed = 200'000U * variant + ptp;
-  for (u8 i = 0; i < sizeof attr.aucPhyAddr; ++i) {
+  for (u32 i = 0; i < sizeof attr.aucPhyAddr; ++i) {
     attr.aucPhyAddr[i] = static_cast<u8>(ptp * 3U + i + variant);
   }
   attr.ucAdminStatus = static_cast<u8>(ptp % 3U + variant);
