@@ -72,6 +72,14 @@ constexpr Caller kCallers[] = {
     {"PM_LibGetPhyIndexFromPTP", "the class function pfnGetPhyIndex"},
     {"PM_LibPltEventRegister", "the hook pfnEventRegister"}};
 
+// Is this function that one, or a part of it that the compiler gave a name of its own, such as
+// "that.cold"?
+bool is_part_of(const char *function, const char *whole) {
+  const std::size_t length = std::strlen(whole);
+  return std::strncmp(function, whole, length) == 0 &&
+         (function[length] == '\0' || function[length] == '.');
+}
+
 const Object *object_at(std::uintptr_t address) {
   for (const Object &object : objects()) {
     if (address >= object.begin && address < object.end) {
@@ -152,7 +160,7 @@ _Unwind_Reason_Code visit(_Unwind_Context *context, void *data) {
   }
   if (const char *function = function_at(object->functions, address)) {
     for (const Caller &known : kCallers) {
-      if (std::strcmp(function, known.function) == 0) {
+      if (is_part_of(function, known.function)) {
         walk.callback = known.callback;
         return _URC_END_OF_STACK;
       }
