@@ -17,7 +17,22 @@ struct Hex {
   u32 value = 0;
 };
 
-using Cell = std::variant<std::string, std::int64_t, bool, Hex>;
+// A number of bytes that follows the machine's word size.
+struct Size {
+  std::int64_t bytes = 0;
+};
+
+// A value that may be an address; shown in base 16.
+struct Address {
+  u32 value = 0;
+};
+
+// A text with an address in it.
+struct Printed {
+  std::string text;
+};
+
+using Cell = std::variant<std::string, std::int64_t, bool, Hex, Size, Address, Printed>;
 
 // Any integer, a text or a flag as a cell.
 inline Cell cell(std::string text) {
@@ -31,6 +46,15 @@ inline Cell cell(bool flag) {
 }
 inline Cell cell(Hex hex) {
   return Cell(hex);
+}
+inline Size size_of(std::size_t bytes) {
+  return {static_cast<std::int64_t>(bytes)};
+}
+inline Cell cell(Size size) {
+  return Cell(size);
+}
+inline Cell cell(Cell made) {
+  return made;
 }
 template <class Integer>
 Cell cell(Integer number) {
@@ -89,6 +113,7 @@ class Answer {
   }
   bool has_window() const;
 
+  std::vector<Item> &items() { return items_; }
   const std::vector<Item> &items() const { return items_; }
 
  private:
@@ -99,8 +124,9 @@ class Answer {
 std::string as_text(const Cell &cell);
 // A window's bytes stay as they are unless the text goes to a terminal.
 std::string as_text(const Answer &answer, bool for_terminal = false);
-// One line without a line break.
-std::string as_json(const Answer &answer);
+// One line without a line break; with the line that was answered as its first member, if there is
+// one.
+std::string as_json(const Answer &answer, const std::string &line = "");
 
 }  // namespace node
 

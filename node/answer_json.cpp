@@ -19,13 +19,25 @@ Json json_of(const Cell &cell) {
   if (const auto *number = std::get_if<std::int64_t>(&cell)) {
     return *number;
   }
+  if (const auto *size = std::get_if<Size>(&cell)) {
+    return size->bytes;
+  }
+  if (const auto *address = std::get_if<Address>(&cell)) {
+    return address->value;
+  }
+  if (const auto *printed = std::get_if<Printed>(&cell)) {
+    return printed->text;
+  }
   return std::get<bool>(cell);
 }
 
 }  // namespace
 
-std::string as_json(const Answer &answer) {
+std::string as_json(const Answer &answer, const std::string &line) {
   Json json = Json::object();
+  if (!line.empty()) {
+    json["line"] = line;
+  }
   for (const Answer::Item &item : answer.items()) {
     if (const auto *field = std::get_if<Field>(&item)) {
       json[field->name] = json_of(field->value);
@@ -41,8 +53,8 @@ std::string as_json(const Answer &answer) {
       json[table->name] = std::move(rows);
     } else if (const auto *window = std::get_if<Window>(&item)) {
       Json lines = Json::array();
-      for (const std::string &line : window->lines) {
-        lines.push_back(as_utf8(line));
+      for (const std::string &printed : window->lines) {
+        lines.push_back(as_utf8(printed));
       }
       json["window"] = std::move(lines);
     } else {

@@ -20,6 +20,11 @@ std::string padded(const std::string &text, std::size_t width, bool right) {
   return right ? blanks + text : text + blanks;
 }
 
+bool is_number(const Cell &cell) {
+  return std::holds_alternative<std::int64_t>(cell) || std::holds_alternative<Hex>(cell) ||
+         std::holds_alternative<Size>(cell) || std::holds_alternative<Address>(cell);
+}
+
 std::string without_trailing_blanks(std::string line) {
   line.erase(line.find_last_not_of(' ') + 1);
   return line;
@@ -33,8 +38,7 @@ std::string table_text(const Rows &table) {
     widths[column] = table.columns[column].size();
     for (const auto &row : table.rows) {
       widths[column] = std::max(widths[column], as_text(row[column]).size());
-      right[column] = right[column] && !std::holds_alternative<std::string>(row[column]) &&
-                      !std::holds_alternative<bool>(row[column]);
+      right[column] = right[column] && is_number(row[column]);
     }
   }
   const auto line_of = [&](const auto &text_of) {
@@ -63,6 +67,15 @@ std::string as_text(const Cell &cell) {
   }
   if (const auto *number = std::get_if<std::int64_t>(&cell)) {
     return std::to_string(*number);
+  }
+  if (const auto *size = std::get_if<Size>(&cell)) {
+    return std::to_string(size->bytes);
+  }
+  if (const auto *address = std::get_if<Address>(&cell)) {
+    return hex(address->value);
+  }
+  if (const auto *printed = std::get_if<Printed>(&cell)) {
+    return printed->text;
   }
   if (const bool *flag = std::get_if<bool>(&cell)) {
     return *flag ? "yes" : "no";

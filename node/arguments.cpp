@@ -3,6 +3,7 @@
 
 #include "node/console.hpp"
 #include "node/numerals.hpp"
+#include "node/suggestion.hpp"
 
 namespace node {
 namespace {
@@ -107,6 +108,26 @@ PmFspOntid object_argument(const std::string &text) {
   return object;
 }
 
+host::Fn function_argument(const std::string &text) {
+  const auto fn = host::find_fn(text);
+  if (text.empty()) {
+    throw CommandError("the host function is missing; expected the name of one of platform/");
+  }
+  if (!fn) {
+    throw CommandError("'" + text + "' is no host function; expected one of platform/" +
+                       suggestion(text, function_names()));
+  }
+  return *fn;
+}
+
+std::vector<std::string_view> function_names() {
+  std::vector<std::string_view> names;
+  for (const host::FnInfo &info : host::fn_infos) {
+    names.emplace_back(info.name);
+  }
+  return names;
+}
+
 std::string text_argument(const Arguments &arguments, std::size_t first) {
   std::string text;
   for (std::size_t position = first; position < arguments.size(); ++position) {
@@ -129,6 +150,12 @@ std::string result_text(u32 code) {
   PM_RESULT_LIST(NODE_RESULT_NAME)
 #undef NODE_RESULT_NAME
   return hex(code);
+}
+
+std::string result_name(u32 code) {
+  const std::string text = result_text(code);
+  const std::size_t bracket = text.find(" (");
+  return bracket == std::string::npos ? "-" : text.substr(0, bracket);
 }
 
 }  // namespace node

@@ -1,4 +1,6 @@
 // Commands that make something happen to the node.
+#include <sstream>
+
 #include "node/console.hpp"
 #include "node/feed.hpp"
 
@@ -51,18 +53,25 @@ Answer run_publish(Console &console, const Arguments &arguments) {
 }
 
 Answer run_feed(Console &console, const Arguments &arguments) {
+  const std::string &file = arguments[0];
+  const auto content = console.machine().content_of(file);
+  if (!content) {
+    throw CommandError(file + ": cannot be read; expected a feed");
+  }
   // A damaged feed is a fault of this line of the script, which says where the feed is damaged.
+  Feed feed;
   try {
-    const std::vector<FeedItem> items = read_feed(arguments[0]);
-    if (is_recording(items)) {
-      throw CommandError(arguments[0] + " is a recording; expected it behind --feed");
-    }
-    return Answer()
-        .field("applied", items.size())
-        .field("refused", apply_feed(console.node(), items));
+    std::istringstream lines(*content);
+    feed = feed_from(lines, file);
   } catch (const InputError &error) {
     throw CommandError(error.what());
   }
+  if (feed.is_recording()) {
+    throw CommandError(file + " is a recording; expected it behind --feed");
+  }
+  return Answer()
+      .field("applied", feed.items.size())
+      .field("refused", apply_feed(console.node(), feed.items));
 }
 
 constexpr Command kCommands[] = {

@@ -27,13 +27,7 @@ struct Request {
     static const std::string none;
     return has(position) ? arguments[position] : none;
   }
-  host::Fn function() const {
-    const auto fn = host::find_fn(word(0));
-    if (!fn) {
-      throw CommandError("'" + word(0) + "' is no host function; expected one of platform/");
-    }
-    return *fn;
-  }
+  host::Fn function() const { return function_argument(word(0)); }
   u32 number(std::size_t position, u32 lowest, u32 otherwise, std::string_view what) const {
     return has(position) ? number_argument(arguments[position], lowest, kUnbounded, what)
                          : otherwise;
@@ -156,8 +150,8 @@ Answer list(const Node &node) {
     for (const Partition &partition : kPartitions) {
       const host::PartitionUse &use = side->host.memory.use(partition.number);
       if (use.limit_bytes != host::PartitionUse::unlimited) {
-        memory.add(Hex{side->cid}, std::string(partition.name), use.bytes, use.limit_bytes,
-                   use.failures);
+        memory.add(Hex{side->cid}, std::string(partition.name), size_of(use.bytes),
+                   size_of(use.limit_bytes), use.failures);
       }
     }
   }

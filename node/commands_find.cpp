@@ -66,7 +66,7 @@ Answer run_walk(Console &console, const Arguments &arguments) {
   const Walk walk = walk_of(console, arguments);
   const Chassis &chassis = console.node().chassis();
   const host::Scope scope(*console.node().active().instance);
-  Rows rows{"ptps", {"ptp", "place", "type", "visible", "description"}, {}};
+  Rows rows{"ptps", {"ptp", "place", "type_name", "visible", "description"}, {}};
   u16 next = walk.from;
   u32 code = walk.step(next, next);
   u16 last = walk.from;
@@ -224,7 +224,7 @@ Answer run_types(Console &console, const Arguments &arguments) {
   const host::Scope scope(*console.node().active().instance);
   Answer answer;
   answer.field("max_port_type", PM_LibGetPtpMaxTypeValue());
-  Rows &rows = answer.rows("types", {"type", "name", "suffix", "visible", "capability_type",
+  Rows &rows = answer.rows("types", {"type", "type_name", "suffix", "visible", "capability_type",
                                      "co_class", "callbacks", "result"});
   if (!arguments.empty()) {
     add_type(rows, chassis, type_argument(console, arguments[0]));

@@ -2,20 +2,13 @@
 #include <algorithm>
 
 #include "node/console.hpp"
+#include "node/figures.hpp"
 #include "node/journal_file.hpp"
 
 namespace node {
 namespace {
 
 constexpr u32 kShownByDefault = 20;
-
-host::Fn function_argument(const std::string &text) {
-  const auto fn = host::find_fn(text);
-  if (!fn) {
-    throw CommandError("'" + text + "' is no host function; expected one of platform/");
-  }
-  return *fn;
-}
 
 void filter(Node &node, const Arguments &names, bool named_are_kept) {
   std::vector<host::Fn> named;
@@ -50,7 +43,8 @@ Answer shown(const Node &node, u32 count) {
     for (std::size_t position = entries.size() - std::min<std::size_t>(entries.size(), count);
          position < entries.size(); ++position) {
       const host::JournalEntry &entry = entries[position];
-      rows.add(Hex{side->cid}, entry.number, entry.tick, Hex{entry.cid}, indented_text(entry));
+      rows.add(Hex{side->cid}, entry.number, entry.tick, Hex{entry.cid},
+               printed_cell(indented_text(entry)));
     }
   }
   return answer;

@@ -13,7 +13,8 @@ constexpr u32 kComponentType = 0x7FF;
 Answer list_virtual(Node &node) {
   const host::Scope scope(*node.active().instance);
   Answer answer;
-  Rows &rows = answer.rows("virtual_ptps", {"ptp", "class", "index1", "index2", "type", "exists"});
+  Rows &rows =
+      answer.rows("virtual_ptps", {"ptp", "class", "index1", "index2", "type_name", "exists"});
   for (const u16 ptp : node.owner().virtual_ptps()) {
     u8 ptp_class = 0;
     u16 index1 = 0;

@@ -8,6 +8,9 @@ namespace node {
 
 std::string commands_page();
 
+// How commands are written, as a paragraph of Markdown; the manual page has it too.
+extern const char *const commands_in_short;
+
 }  // namespace node
 
 #endif

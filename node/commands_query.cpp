@@ -78,7 +78,7 @@ Answer run_vs(Console &console, const Arguments &arguments) {
   Answer answer;
   answer.field("virtual_system", id).field("ptps", members.size()).field("in_no_other", only_there);
   const std::size_t shown = std::min<std::size_t>(members.size(), listed);
-  Rows &rows = answer.rows("first_ptps", {"ptp", "place", "type", "visible", "description"});
+  Rows &rows = answer.rows("first_ptps", {"ptp", "place", "type_name", "visible", "description"});
   for (std::size_t position = 0; position < shown; ++position) {
     const u16 ptp = members[position];
     rows.add(ptp, place_of(ptp), type_name_of_ptp(console.node().chassis(), ptp),
@@ -100,8 +100,8 @@ Answer run_spec(Console &console, const Arguments &) {
       .field("message_fid", PM_GetPmSpec(PM_SPEC_INDEX_MSG_FID))
       .field("attribute_class", PM_GetPmSpec(PM_SPEC_INDEX_ATTR_CLASS))
       .field("max_port_type", PM_LibGetPtpMaxTypeValue());
-  Rows &rows = answer.rows("port_types", {"suffix", "type", "name", "visible", "capability",
-                                          "co_class", "known", "sub_line"});
+  Rows &rows = answer.rows("port_types", {"suffix", "type", "type_name", "visible",
+                                          "capability_type", "co_class", "known", "sub_line"});
   u16 suffix = 0;
   for (const PortType &type : console.node().chassis().port_types) {
     rows.add(suffix++, type.value, type.name, type.visible, type.capability, type.co_class,

@@ -34,8 +34,8 @@ Answer run_set(Console &console, const Arguments &arguments) {
   } else {
     const auto value = field_of(console.script().last, arguments[2]);
     if (!value) {
-      throw CommandError("the last answer has no field '" + arguments[2] + "'; expected one of " +
-                         fields_of(console.script().last));
+      throw CommandError("the last answer has no field '" + arguments[2] +
+                         "'; expected one of its own: " + fields_of(console.script().last));
     }
     variables[name] = *value;
   }

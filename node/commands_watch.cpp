@@ -3,6 +3,7 @@
 #include <numeric>
 
 #include "node/console.hpp"
+#include "node/figures.hpp"
 
 namespace node {
 namespace {
@@ -20,7 +21,7 @@ Answer run_events(Console &console, const Arguments &arguments) {
   const std::size_t shown = std::min<std::size_t>(events.size(), count_argument(arguments, 20));
   for (std::size_t position = events.size() - shown; position < events.size(); ++position) {
     const Event &event = events[position];
-    rows.add(Hex{event.cid}, event.tick, event.text);
+    rows.add(Hex{event.cid}, event.tick, printed_cell(event.text));
   }
   return answer;
 }
@@ -41,17 +42,18 @@ Answer run_errors(Console &console, const Arguments &arguments) {
   for (const auto &side : sides) {
     for (const auto &[where, place] : side->error_places) {
       places.add(Hex{side->cid}, place.count, without_folders(where.first), where.second,
-                 Hex{place.first_value}, Hex{place.last_value});
+                 value_cell(place.first_value), value_cell(place.last_value));
     }
   }
-  Rows &last = answer.rows("last_errors", {"instance", "number", "tick", "file", "line", "value"});
+  Rows &last =
+      answer.rows("last_errors", {"instance", "number", "tick", "file", "line", "value", "result"});
   for (const auto &side : sides) {
     const std::vector<host::ErrorRecord> records = side->host.errors.since();
     const std::size_t shown = std::min<std::size_t>(records.size(), count_argument(arguments, 3));
     for (std::size_t position = records.size() - shown; position < records.size(); ++position) {
       const host::ErrorRecord &record = records[position];
       last.add(Hex{side->cid}, record.number, record.tick, without_folders(record.file),
-               record.line, Hex{record.value});
+               record.line, value_cell(record.value), result_name(record.value));
     }
   }
   return answer;
@@ -59,7 +61,7 @@ Answer run_errors(Console &console, const Arguments &arguments) {
 
 Answer run_memory(Console &console, const Arguments &) {
   Answer answer;
-  Rows &rows = answer.rows("partitions", {"instance", "partition", "blocks", "bytes", "peak_bytes",
+  Rows &rows = answer.rows("partitions", {"board", "partition", "blocks", "bytes", "peak_bytes",
                                           "allocations", "refused"});
   std::size_t damaged = 0;
   std::size_t misused = 0;
@@ -69,8 +71,8 @@ Answer run_memory(Console &console, const Arguments &) {
     for (const u32 partition :
          {host::partition_static, host::partition_block, host::partition_dynamic}) {
       const host::PartitionUse &use = side->host.memory.use(partition);
-      rows.add(Hex{side->cid}, host::Memory::partition_name(partition), use.blocks, use.bytes,
-               use.peak_bytes, use.allocations, use.failures);
+      rows.add(Hex{side->cid}, host::Memory::partition_name(partition), use.blocks,
+               size_of(use.bytes), size_of(use.peak_bytes), use.allocations, use.failures);
     }
   }
   answer.field("damaged_blocks", damaged).field("misuses", misused);
@@ -79,7 +81,7 @@ Answer run_memory(Console &console, const Arguments &) {
 
 Answer run_watchdog(Console &console, const Arguments &) {
   Answer answer;
-  Rows &rows = answer.rows("watchdogs", {"instance", "feeds", "barks", "first_bark_in"});
+  Rows &rows = answer.rows("watchdogs", {"board", "feeds", "barks", "first_bark_in"});
   for (const auto &side : console.node().sides()) {
     const host::Watchdog &dog = side->host.watchdog;
     rows.add(Hex{side->cid}, dog.feeds(), dog.barks(),

@@ -38,6 +38,21 @@ std::vector<std::string> words_in(std::string_view arguments) {
   return words;
 }
 
+// A long help has a column of words to choose from: those in small letters in front of two blanks.
+std::vector<std::string> words_in_front(std::string_view long_help) {
+  constexpr std::string_view kIndent = "  ";
+  std::vector<std::string> words;
+  std::istringstream lines{std::string(long_help)};
+  for (std::string line; std::getline(lines, line);) {
+    line.erase(0, kIndent.size());
+    const std::size_t end = line.find_first_not_of("abcdefghijklmnopqrstuvwxyz");
+    if (end != 0 && end != std::string::npos && line.find("  ", end) != std::string::npos) {
+      words.push_back(line.substr(0, end));
+    }
+  }
+  return words;
+}
+
 bool is_fixed(const std::string &word) {
   return std::all_of(word.begin(), word.end(),
                      [](unsigned char letter) { return std::islower(letter) != 0; });
@@ -54,9 +69,15 @@ std::vector<std::string> completions(std::string_view before, std::string_view w
     }
   } else if (const Command *command = find_command(name)) {
     candidates = words_in(command->arguments);
-    candidates.erase(std::remove_if(candidates.begin(), candidates.end(),
-                                    [](const std::string &text) { return !is_fixed(text); }),
-                     candidates.end());
+    const bool takes_function =
+        command->long_help.find("FUNCTION") != std::string_view::npos || command->name == "expect";
+    std::erase_if(candidates, [](const std::string &text) { return !is_fixed(text); });
+    if (takes_function && !second.empty()) {
+      const auto names = function_names();
+      candidates.insert(candidates.end(), names.begin(), names.end());
+    }
+    const std::vector<std::string> more = words_in_front(command->long_help);
+    candidates.insert(candidates.end(), more.begin(), more.end());
     candidates.emplace_back("--json");
   }
   candidates.erase(std::remove_if(candidates.begin(), candidates.end(),

@@ -7,6 +7,8 @@
 
 #include "node/crash.hpp"
 #include "node/document.hpp"
+#include "node/figures.hpp"
+#include "node/suggestion.hpp"
 
 namespace node {
 namespace {
@@ -14,23 +16,32 @@ namespace {
 constexpr const char *kPrompt = "pmnode> ";
 constexpr const char *kJsonFlag = "--json";
 
+CommandError unknown_command(const std::string &name) {
+  std::vector<std::string_view> names;
+  for (const Command &command : commands()) {
+    names.push_back(command.name);
+  }
+  return CommandError("there is no command '" + name + "'; expected one that 'help' lists" +
+                      suggestion(name, names));
+}
+
 Answer run_help(Console &, const Arguments &arguments) {
   Answer answer;
   if (arguments.empty()) {
-    Rows &rows = answer.rows("commands", {"command", "arguments", "what_it_does"});
+    Rows &rows = answer.rows("commands", {"command", "what_it_does"});
     for (const Command &command : commands()) {
-      rows.add(std::string(command.name), std::string(command.arguments),
-               std::string(command.help));
+      rows.add(std::string(command.name), std::string(command.help));
     }
     answer.remark("'help COMMAND' tells more; '--json' behind a command answers in JSON");
     return answer;
   }
   const Command *command = find_command(arguments[0]);
   if (command == nullptr) {
-    throw CommandError("there is no command '" + arguments[0] + "'");
+    throw unknown_command(arguments[0]);
   }
-  answer.remark(std::string(command->name) + " " + std::string(command->arguments));
-  answer.remark("  " + std::string(command->help));
+  answer.field("command", std::string(command->name))
+      .field("arguments", command->arguments.empty() ? "none" : std::string(command->arguments))
+      .field("what_it_does", std::string(command->help));
   if (!command->long_help.empty()) {
     answer.remark(std::string(command->long_help));
   }
@@ -65,7 +76,7 @@ struct PrintedSince {
         for (std::string line; std::getline(lines, line);) {
           line.erase(std::remove(line.begin(), line.end(), '\r'), line.end());
           if (!line.empty()) {
-            printed.add(Hex{node.sides()[side]->cid}, line);
+            printed.add(Hex{node.sides()[side]->cid}, printed_cell(line));
           }
         }
       }
@@ -99,16 +110,22 @@ const Command *find_command(std::string_view name) {
   return found == commands().end() ? nullptr : &*found;
 }
 
+Console::Console(Node &node, std::ostream &out)
+    : node_(node), out_(out), machine_{content_of_file, [](Answer &) {}} {}
+
 Answer Console::perform(const Arguments &words) {
   const std::string name = words.empty() ? "" : words.front();
   const Command *command = find_command(name);
   if (command == nullptr) {
-    throw CommandError("there is no command '" + name + "'; expected one that 'help' lists");
+    throw unknown_command(name);
   }
   const Arguments arguments(words.begin() + 1, words.end());
   if (arguments.size() < command->least_arguments || arguments.size() > command->most_arguments) {
-    throw CommandError("'" + name + "' has " + std::to_string(arguments.size()) +
-                       " arguments; expected " + name + " " + std::string(command->arguments));
+    const std::size_t count = arguments.size();
+    throw CommandError("'" + name + "' has " + std::to_string(count) +
+                       (count == 1 ? " argument" : " arguments") + "; expected " + name +
+                       (command->most_arguments == 0 ? " alone" : " ") +
+                       std::string(command->arguments));
   }
   if (!command->keeps_last) {
     script_.before_last = marks_of(node_);
@@ -119,6 +136,7 @@ Answer Console::perform(const Arguments &words) {
   if (!answer.has_window()) {
     printed.add_to(answer);
   }
+  machine_.settle_figures(answer);
   if (!command->keeps_last) {
     script_.last = answer;
   }
@@ -132,7 +150,7 @@ void Console::take(const NumberedLine &line, bool echo) {
   }
   line_number_ = line.number;
   ScriptInProgress::at_line(line.number);
-  if (echo && !words_of(line.text).empty()) {
+  if (echo && !in_json_ && !words_of(line.text).empty()) {
     out_ << "\n" << kPrompt << line.text << "\n" << std::flush;
   }
   Arguments words = words_of(line.text, script_.variables);
@@ -144,7 +162,11 @@ void Console::take(const NumberedLine &line, bool echo) {
     words.pop_back();
   }
   const Answer answer = perform(words);
-  out_ << (json ? as_json(answer) + "\n" : as_text(answer, on_terminal_)) << std::flush;
+  if (in_json_) {
+    out_ << as_json(answer, line.text) << std::endl;
+  } else {
+    out_ << (json ? as_json(answer) + "\n" : as_text(answer, on_terminal_)) << std::flush;
+  }
 }
 
 // Keeps a line of the block that is open, and carries the block out when it closes.
@@ -170,8 +192,21 @@ void Console::collect(const NumberedLine &line, bool echo) {
       if (quitting_) {
         return;
       }
-      take(inner, echo);
+      take_in_round(inner, echo, time + 1, block.times);
     }
+  }
+}
+
+// A complaint about a line that is carried out several times says which time it was.
+void Console::take_in_round(const NumberedLine &line, bool echo, u32 round, u32 rounds) {
+  try {
+    take(line, echo);
+  } catch (const CommandError &error) {
+    if (rounds == 1) {
+      throw;
+    }
+    throw CommandError(std::string(error.what()) + " (round " + std::to_string(round) + " of " +
+                       std::to_string(rounds) + ")");
   }
 }
 

@@ -26,6 +26,13 @@ struct CommandError : std::runtime_error {
 
 class Console;
 
+// Where a console meets the machine it runs on: what a file holds, and figures of the machine in an
+// answer. A recording keeps them, a replay puts in what was recorded.
+struct Machine {
+  std::function<std::optional<std::string>(const std::string &file)> content_of;
+  std::function<void(Answer &answer)> settle_figures;
+};
+
 constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
 
 struct Command {
@@ -42,7 +49,7 @@ struct Command {
 
 class Console {
  public:
-  Console(Node &node, std::ostream &out) : node_(node), out_(out) {}
+  Console(Node &node, std::ostream &out);
 
   Node &node() { return node_; }
   bool quitting() const { return quitting_; }
@@ -66,10 +73,13 @@ class Console {
   void run_prompt(const LineReader &read);
   // The output goes to a terminal: bytes of the debug window are shown as UTF-8.
   void show_on_terminal() { on_terminal_ = true; }
+  // Every answer is a line of JSON that begins with the line it answers; no line is shown.
+  void answer_in_json() { in_json_ = true; }
 
   // Carries out a command without printing its answer.
   Answer perform(const Arguments &words);
   ScriptState &script() { return script_; }
+  Machine &machine() { return machine_; }
   unsigned line_number() const { return line_number_; }
 
  private:
@@ -77,6 +87,8 @@ class Console {
   std::ostream &out_;
   bool quitting_ = false;
   bool on_terminal_ = false;
+  bool in_json_ = false;
+  Machine machine_;
   ScriptState script_;
   unsigned line_number_ = 0;  // of the line being carried out; 0 at a prompt
 
@@ -85,6 +97,7 @@ class Console {
   void tell(const std::string &line, Source source) const;
   void take(const NumberedLine &line, bool echo);
   void collect(const NumberedLine &line, bool echo);
+  void take_in_round(const NumberedLine &line, bool echo, u32 round, u32 rounds);
 };
 
 // Every command, in the order of `help`.
@@ -124,11 +137,16 @@ u16 type_argument(Console &console, const std::string &text);
 u16 board_argument(Console &console, const std::string &text);
 // FRAME/SLOT/PORT/ONT.
 PmFspOntid object_argument(const std::string &text);
+// A host function by its name.
+host::Fn function_argument(const std::string &text);
+std::vector<std::string_view> function_names();
 // The arguments from `first` on as one text, as they were written but for the number of blanks.
 std::string text_argument(const Arguments &arguments, std::size_t first);
 
 // "PM_ERR_PTP_NOT_EXIST (0x6908ad)", "ok", or the number alone.
 std::string result_text(u32 code);
+// "PM_ERR_PTP_NOT_EXIST", or "-" for a number that is no result of a failure.
+std::string result_name(u32 code);
 
 }  // namespace node
 

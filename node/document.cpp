@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <fstream>
+#include <sstream>
 
 namespace node {
 namespace {
@@ -53,6 +55,13 @@ std::optional<std::vector<unsigned>> numbers_of(std::string_view text, unsigned 
 }
 
 }  // namespace
+
+std::optional<std::string> content_of_file(const std::string &file) {
+  const std::ifstream stream(file, std::ios::binary);
+  std::ostringstream content;
+  content << stream.rdbuf();
+  return stream.is_open() && !content.bad() ? std::optional(content.str()) : std::nullopt;
+}
 
 void Document::fail(Position at, const std::string &what, const std::string &expected) const {
   throw InputError(file + ":" + std::to_string(at.line) + ":" + std::to_string(at.column) + ": " +

@@ -46,6 +46,9 @@ struct Document {
   [[noreturn]] void fail(Position at, const std::string &what, const std::string &expected) const;
 };
 
+// The bytes of a file; nothing when it cannot be read.
+std::optional<std::string> content_of_file(const std::string &file);
+
 // Reads and parses a file; a syntax error is an InputError too.
 Document read_document(const std::string &file);
 // The same from text; `file` is the name used in errors.

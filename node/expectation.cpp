@@ -141,13 +141,10 @@ Finding find_error(Console &console, const Arguments &arguments) {
 }
 
 Finding find_call(Console &console, const Arguments &arguments) {
-  const auto fn = host::find_fn(arguments[0]);
-  if (!fn) {
-    throw CommandError("'" + arguments[0] + "' is no host function; expected one of platform/");
-  }
+  const host::Fn fn = function_argument(arguments[0]);
   const auto &sides = console.node().sides();
   const bool kept = std::any_of(sides.begin(), sides.end(),
-                                [&](const auto &side) { return side->host.journal.wants(*fn); });
+                                [&](const auto &side) { return side->host.journal.wants(fn); });
   if (!kept) {
     throw CommandError("the journal does not keep " + arguments[0] +
                        "; expected 'journal on' and a filter that lets it through");
@@ -156,7 +153,7 @@ Finding find_call(Console &console, const Arguments &arguments) {
   std::vector<std::string> texts;
   for (std::size_t side = 0; side < sides.size(); ++side) {
     for (const host::JournalEntry &entry : sides[side]->host.journal.entries()) {
-      if (entry.number <= console.script().before_last.calls[side] || entry.fn != *fn) {
+      if (entry.number <= console.script().before_last.calls[side] || entry.fn != fn) {
         continue;
       }
       texts.push_back(entry.text());

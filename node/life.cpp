@@ -103,9 +103,12 @@ void enter(Chassis &chassis, Ptp ptp) {
   for (const Ptp &other : chassis.ptps) {
     const bool same_place = other.frame == ptp.frame && other.slot == ptp.slot &&
                             other.port == ptp.port && other.ont == ptp.ont;
-    if (other.id == ptp.id || same_place) {
+    if (other.id == ptp.id) {
+      throw LifeError(name + " is there already; expected a free ID");
+    }
+    if (same_place) {
       throw LifeError(name + " meets PTP " + std::to_string(other.id) +
-                      (same_place ? " on its port" : "") + "; expected one PTP per ID and place");
+                      " on its port; expected one that has none");
     }
   }
   ptp.description = (chassis.port_types[ptp.type].name + " " + place_text(ptp.frame, ptp.slot) +

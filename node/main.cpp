@@ -43,9 +43,9 @@ Inputs read_inputs(const node::Options &options) {
   Inputs inputs;
   inputs.chassis = node::load_chassis(options.chassis);
   if (!options.feed.empty()) {
-    std::vector<node::FeedItem> items = node::read_feed(options.feed);
-    if (node::is_recording(items)) {
-      inputs.replay = std::make_unique<node::Replay>(std::move(items), options.feed);
+    node::Feed feed = node::read_feed(options.feed);
+    if (feed.is_recording()) {
+      inputs.replay = std::make_unique<node::Replay>(std::move(feed), options.feed);
     }
   }
   if (!options.script.empty()) {
@@ -76,7 +76,7 @@ void converse(node::Console &console, Inputs &inputs, const node::Options &optio
     if (options.panel.empty() && (console.quitting() || !terminal)) {
       return;
     }
-    std::cout << "\n";
+    std::cout << (options.json ? "" : "\n");
   }
   if (!options.panel.empty()) {
     console.run_line("panel " + node::quoted_word(options.panel), node::Source::pipe);
@@ -109,8 +109,15 @@ int run(const node::Options &options) {
     if (inputs.replay) {
       inputs.replay->watch(node);
     }
-    node.start(node::start_view(std::cout, isatty(STDOUT_FILENO) == 1));
+    node.start(options.json ? node::StartReport{}
+                            : node::start_view(std::cout, isatty(STDOUT_FILENO) == 1));
     node::Console console(node, std::cout);
+    if (options.json) {
+      console.answer_in_json();
+    }
+    if (inputs.replay) {
+      inputs.replay->watch(console);
+    }
     if (inputs.recorder) {
       inputs.recorder->watch(console);
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "node/console.hpp"
 #include "node/numerals.hpp"
 
 namespace node {
@@ -163,7 +164,7 @@ void Node::bring_up(Side &side, const StartReport &report) {
   host::Node &host = side.host;
   const auto done = [&](const std::string &step, u32 code) {
     if (report.step) {
-      report.step(step, code == 0 ? "ok" : "failed, " + hex(code));
+      report.step(step, code == 0 ? "ok" : "failed, " + result_text(code));
     }
     if (code == 0) {
       return;
@@ -172,7 +173,7 @@ void Node::bring_up(Side &side, const StartReport &report) {
     if (!host.debug.lines().empty()) {
       reason = ": " + trimmed(host.debug.lines().back().text);
     }
-    throw StartError(step + " failed with " + hex(code) + reason);
+    throw StartError(step + " failed with " + result_text(code) + reason);
   };
   {
     const host::Scope scope(host);

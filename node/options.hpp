@@ -15,6 +15,7 @@ struct Options {
   std::string journal;  // empty: none
   std::string record;   // empty: none
   std::string panel;    // picture to draw instead of taking commands; empty: none
+  bool json = false;
   std::vector<std::string> products;
 };
 

@@ -22,29 +22,40 @@ class Recorder {
   Recorder &operator=(const Recorder &) = delete;
 
   void watch(Node &node);
+  // Behind a replay, if there is one: what that puts in is recorded.
   void watch(Console &console);
 
  private:
   std::ofstream stream_;
 };
 
+// A replay parted from its recording.
+struct ReplayDiffers : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
 // Replays a recording and compares what enters the library with what entered it then. Watches from
-// before the node's start; an InputError names the line of the recording at which they part.
+// before the node's start; a ReplayDiffers names the line of the recording at which they part.
 class Replay {
  public:
-  Replay(std::vector<FeedItem> items, std::string file);
+  Replay(Feed feed, std::string file);
   Replay(const Replay &) = delete;
   Replay &operator=(const Replay &) = delete;
 
   void watch(Node &node);
+  // What the recording keeps of its machine stands in for what this one has.
+  void watch(Console &console);
   // After the start.
   void run(Console &console);
 
  private:
+  bool at(FeedItem::Kind kind) const;
+  void compare_entered();
   void compare();
+  const FeedItem &take(FeedItem::Kind kind, const std::string &got);
   [[noreturn]] void fail(unsigned line, const std::string &what) const;
 
-  std::vector<FeedItem> items_;
+  Feed feed_;
   std::string file_;
   std::size_t position_ = 0;
   std::vector<std::string> entered_;  // not compared yet

@@ -23,6 +23,19 @@ std::optional<std::string> cell_of(const Rows &table, const std::string &place) 
   return as_text(table.rows[*row][static_cast<std::size_t>(column - table.columns.begin())]);
 }
 
+// "ptps.0-3.{ptp place}"; nothing when the table is empty.
+std::string columns_of(const Rows &table) {
+  if (table.rows.empty()) {
+    return "";
+  }
+  std::string names;
+  for (const std::string &column : table.columns) {
+    names += (names.empty() ? "" : " ") + column;
+  }
+  const std::size_t last = table.rows.size() - 1;
+  return ", " + table.name + (last == 0 ? ".0" : ".0-" + std::to_string(last)) + ".{" + names + "}";
+}
+
 }  // namespace
 
 Marks marks_of(const Node &node) {
@@ -56,11 +69,11 @@ std::string fields_of(const Answer &answer) {
     if (const auto *field = std::get_if<Field>(&item)) {
       name = field->name;
     } else if (const auto *table = std::get_if<Rows>(&item)) {
-      name = table->name + ".ROW.COLUMN";
+      name = table->name + ".count" + columns_of(*table);
     }
     names += (names.empty() || name.empty() ? "" : ", ") + name;
   }
-  return names.empty() ? "no fields" : names;
+  return names.empty() ? "none" : names;
 }
 
 }  // namespace node

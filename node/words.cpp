@@ -63,8 +63,13 @@ class Splitter {
       ++position_;
       return "$";
     }
+    const bool braced = position_ + 1 < line_.size() && line_[position_ + 1] == '{';
+    position_ += braced ? 1 : 0;
     while (position_ + 1 < line_.size() && belongs_to_name(line_[position_ + 1])) {
       name += line_[++position_];
+    }
+    if (braced && (position_ + 1 == line_.size() || line_[++position_] != '}')) {
+      throw CommandError("'${" + name + "' is not closed; expected '}' behind the name");
     }
     const auto variable = variables_->find(name);
     if (variable == variables_->end()) {

@@ -15,9 +15,9 @@ using Variables = std::map<std::string, std::string>;
 // blanks in a word; a backslash inside them takes the next character as it is.
 Arguments words_of(const std::string &line);
 
-// The same with $NAME replaced by the variable's value, in quotes as well; "$$" is a dollar. What
-// is put in is never split again. A variable that is not set, or a quote that is not closed, is a
-// CommandError.
+// The same with $NAME or ${NAME} replaced by the variable's value, in quotes as well; "$$" is a
+// dollar. What is put in is never split again. A variable that is not set, or a quote that is not
+// closed, is a CommandError.
 Arguments words_of(const std::string &line, const Variables &variables);
 
 // A text as one word that means the text itself.

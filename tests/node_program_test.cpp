@@ -60,7 +60,7 @@ TEST(NodeProgram, ComplainsInOneLineBeforeAnythingStarts) {
                {kDesk + " --script /none.pmn", "/none.pmn: cannot be opened; expected a script\n"},
                {kDesk + " --feed " + file.name,
                 file.name + ":1: the file is no feed; expected {\"format\": \"pmnode-feed\", "
-                            "\"version\": 1 or 2}\n"},
+                            "\"version\": 1 to 3}\n"},
                {"--chassis examples/desk.toml --product /none.so",
                 "/none.so: cannot be opened; expected a product's shared object\n"},
                {"--chassis examples/desk.toml --product " + no_product,

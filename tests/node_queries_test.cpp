@@ -1,13 +1,11 @@
 // The console's questions about PTPs, its requests to the owner and the debug window, on nodes of
-// the example chassis; and the pages and words made from the list of commands.
+// the example chassis; and the words made from the list of commands.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "node/commands_page.hpp"
 #include "node/completion.hpp"
 #include "node/console.hpp"
 #include "node/gbk.hpp"
@@ -160,12 +158,8 @@ TEST(NodePrompt, CompletesCommandsAndFixedWords) {
   EXPECT_THAT(node::completions("link ", ""),
               ElementsAre("--json", "down", "notify", "owner", "up"));
   EXPECT_THAT(node::completions("walk vs 3 v", "vi"), ElementsAre("visible"));
-}
-
-TEST(NodeDocuments, CommandsPageIsThatOfTheProgram) {
-  std::ostringstream page;
-  page << std::ifstream(PM_SOURCE_DIR "/docs/commands.md").rdbuf();
-  EXPECT_EQ(page.str(), node::commands_page()) << "pmnode --help-commands prints the new page";
+  EXPECT_THAT(node::completions("expect ", "e"), ElementsAre("error", "event"));
+  EXPECT_THAT(node::completions("fault fail ", "ZEL_MemA"), ElementsAre("ZEL_MemAlloc_F"));
 }
 
 }  // namespace

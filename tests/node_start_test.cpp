@@ -174,9 +174,9 @@ TEST(NodeConsole, AnswersAsTextAndAsJson) {
             "ptps            4\n"
             "in no other     2\n"
             "first ptps:\n"
-            "  ptp  place  type  visible  description\n"
-            "    2  0/0/2  ge    yes      ge 0/0/2\n"
-            "    3  0/0/3  ge    yes      ge 0/0/3\n"
+            "  ptp  place  type name  visible  description\n"
+            "    2  0/0/2  ge         yes      ge 0/0/2\n"
+            "    3  0/0/3  ge         yes      ge 0/0/3\n"
             "and 2 more: vs 2 COUNT lists as many as you like\n");
   EXPECT_EQ(told(*node, "link up 0/2/3 --json"),
             R"({"ptp":19,"primitive":6,"delivered_by":"message","result":"ok","printed":)"
@@ -189,36 +189,33 @@ TEST(NodeConsole, AnswersAsTextAndAsJson) {
             std::string::npos);
 }
 
-TEST(NodeConsole, EveryCommandHasItsHelp) {
-  const auto node = started("desk.toml");
-  const std::string list = told(*node, "help");
-  for (const node::Command &command : node::commands()) {
-    EXPECT_NE(list.find(command.help), std::string::npos) << command.name;
-    const std::string more = told(*node, "help " + std::string(command.name));
-    EXPECT_EQ(more.rfind(command.name, 0), 0u) << more;
-  }
-}
-
 TEST(NodeConsole, AScriptStopsAtItsFirstErrorAndNamesTheLine) {
   const auto node = started("desk.toml");
   const struct {
     const char *line;
     const char *complaint;
-  } cases[] = {{"lnik up 3", "s:3: there is no command 'lnik'; expected one that 'help' lists"},
-               {"ptp", "s:3: 'ptp' has 0 arguments; expected ptp ID|FRAME/SLOT/PORT [full]"},
-               {"ptp 0x1FFFF", "s:3: '0x1FFFF' is no PTP ID; expected 0 to 65534"},
-               {"ptp 0/1", "s:3: '0/1' is no place; expected FRAME/SLOT/PORT"},
-               {"ptp 0/5/0", "s:3: no PTP at 0/5/0: PM_ERR_PTP_NOT_EXIST (0x6908ad)"},
-               {"link sideways 3", "s:3: 'sideways' is no link state; expected up or down"},
-               {"publish 0x360030 0 123",
-                "s:3: '123' is no record; expected bytes as pairs of hexadecimal digits"},
-               {"vs 9", "s:3: '9' is no virtual system; expected 0 to 8"},
-               {"walk to 3", "s:3: 'to' is no filter; expected what 'help walk' tells"},
-               {"walk type lan", "s:3: 'lan' is no port type; expected 0 to 65535"},
-               {"find port 3", "s:3: 'find port' has 1 arguments; expected what 'help find' tells"},
-               {"object ask 0/1/2", "s:3: '0/1/2' is no place; expected FRAME/SLOT/PORT/ONT"},
-               {"dbwin 1 on", "s:3: 'on' is no number; expected 0 to 4294967295"},
-               {"feed /none", "s:3: /none: cannot be opened; expected a feed"}};
+  } cases[] = {
+      {"lnik up 3",
+       "s:3: there is no command 'lnik'; expected one that 'help' lists, 'link' perhaps"},
+      {"quit now", "s:3: 'quit' has 1 argument; expected quit alone"},
+      {"fault fail", "s:3: the host function is missing; expected the name of one of platform/"},
+      {"journal filter ZEL_MemAloc_F",
+       "s:3: 'ZEL_MemAloc_F' is no host function; expected one of platform/, "
+       "'ZEL_MemAlloc_F' perhaps"},
+      {"ptp", "s:3: 'ptp' has 0 arguments; expected ptp ID|FRAME/SLOT/PORT [full]"},
+      {"ptp 0x1FFFF", "s:3: '0x1FFFF' is no PTP ID; expected 0 to 65534"},
+      {"ptp 0/1", "s:3: '0/1' is no place; expected FRAME/SLOT/PORT"},
+      {"ptp 0/5/0", "s:3: no PTP at 0/5/0: PM_ERR_PTP_NOT_EXIST (0x6908ad)"},
+      {"link sideways 3", "s:3: 'sideways' is no link state; expected up or down"},
+      {"publish 0x360030 0 123",
+       "s:3: '123' is no record; expected bytes as pairs of hexadecimal digits"},
+      {"vs 9", "s:3: '9' is no virtual system; expected 0 to 8"},
+      {"walk to 3", "s:3: 'to' is no filter; expected what 'help walk' tells"},
+      {"walk type lan", "s:3: 'lan' is no port type; expected 0 to 65535"},
+      {"find port 3", "s:3: 'find port' has 1 arguments; expected what 'help find' tells"},
+      {"object ask 0/1/2", "s:3: '0/1/2' is no place; expected FRAME/SLOT/PORT/ONT"},
+      {"dbwin 1 on", "s:3: 'on' is no number; expected 0 to 4294967295"},
+      {"feed /none", "s:3: /none: cannot be read; expected a feed"}};
   for (const auto &[line, complaint] : cases) {
     std::istringstream script("# a comment\nspec\n" + std::string(line) + "\nlink up 3\n");
     std::ostringstream out;
@@ -245,7 +242,7 @@ TEST(NodeFeed, AppliesEachKindInOrder) {
       "{\"class\": \"0x360011\", \"key\": 3, \"data\": \"00\"}\n"
       "{\"message\": "
       "\"040000004c000000360000000000000010000000010000000100000002000000ff000000\"}\n");
-  EXPECT_EQ(node::apply_feed(*node, node::feed_from(lines, "f")), 1u);
+  EXPECT_EQ(node::apply_feed(*node, node::feed_from(lines, "f").items), 1u);
   EXPECT_EQ(PM_LibGetMaxPtpID(), 59);
   ASSERT_EQ(node->events().size(), before + 1);
   EXPECT_EQ(node->events().back().tick, 7u);
@@ -258,25 +255,40 @@ TEST(NodeFeed, AppliesEachKindInOrder) {
 
 TEST(NodeFeed, RefusesADamagedOrForeignLineByItsNumber) {
   const std::string header = "{\"format\": \"pmnode-feed\", \"version\": 1}\n{\"ticks\": 1}\n";
+  const std::string recording = "{\"format\": \"pmnode-feed\", \"version\": 3}\n";
   const struct {
     std::string text;
     std::string complaint;
   } cases[] = {
-      {"", R"(f:1: the file is no feed; expected {"format": "pmnode-feed", "version": 1 or 2})"},
+      {"", R"(f:1: the file is no feed; expected {"format": "pmnode-feed", "version": 1 to 3})"},
       {"{\"format\": \"other\", \"version\": 1}",
-       R"(f:1: the file is no feed; expected {"format": "pmnode-feed", "version": 1 or 2})"},
-      {"{\"format\": \"pmnode-feed\", \"version\": 3}",
-       "f:1: version 3 of the format is not known; expected "
-       R"({"format": "pmnode-feed", "version": 1 or 2})"},
+       R"(f:1: the file is no feed; expected {"format": "pmnode-feed", "version": 1 to 3})"},
+      {"{\"format\": \"pmnode-feed\", \"version\": 4}",
+       "f:1: version 4 of the format is not known; expected "
+       R"({"format": "pmnode-feed", "version": 1 to 3})"},
       {header + "{\"command\": \"status\", \"from\": \"script\"}",
        "f:3: the line says nothing known; expected spec, class, primitive, message or ticks"},
       {"{\"format\": \"pmnode-feed\", \"version\": 2}\n{\"command\": \"a\", \"from\": \"b\"}",
        "f:2: 'from' is \"b\"; expected script, pipe or prompt"},
+      {recording + "{\"file\": \"a\", \"content\": {\"bytes\": \"0g\"}}",
+       "f:2: there is no text; expected 'content', a string or its bytes"},
+      {recording + "{\"entered\": \"word\", \"board\": 1}",
+       "f:2: 'entered' is \"word\"; expected one of spec, record, message, phase, fid, service, "
+       "remote_answer, unit"},
+      {recording + "{\"entered\": \"spec\", \"board\": 1, \"instance\": 1, \"id\": 1}",
+       "f:2: the number is missing; expected 'answer', a number or \"0x..\" of 32 bits"},
+      {recording + "{\"entered\": \"spec\", \"answer\": 0, \"key\": 1, \"board\": 1, "
+                   "\"instance\": 1, \"id\": 1}",
+       "f:2: 'key' is 1; expected 'key', a string of hexadecimal bytes"},
+      {header + "{\"ticks\": 1, \"ticks\": 2}",
+       "f:3: 'ticks' stands there twice; expected every member once"},
+      {header + std::string("{\"ticks\"\0: 1}", 13),
+       "f:3: the line is damaged; expected one JSON object"},
       {header + "{\"ticks\": 1", "f:3: the line is damaged; expected one JSON object"},
-      {header + "{\"ticks\": [[1]]}",
+      {header + "{\"ticks\": [[[1]]]}",
        "f:3: the line is nested; expected one JSON object of numbers and texts"},
       {"{\"format\": [\"pmnode-feed\"], \"version\": 1}",
-       R"(f:1: the file is no feed; expected {"format": "pmnode-feed", "version": 1 or 2})"},
+       R"(f:1: the file is no feed; expected {"format": "pmnode-feed", "version": 1 to 3})"},
       {header + "{\"tick\": 1}",
        "f:3: the line says nothing known; expected spec, class, primitive, message or ticks"},
       {header + "{\"class\": 1, \"data\": \"00\"}",
