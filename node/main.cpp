@@ -134,6 +134,8 @@ int run(const node::Options &options) {
     return complain(error, kFailed);
   } catch (const node::InputError &error) {
     return complain(error, kFailed);
+  } catch (const node::ReplayDiffers &error) {
+    return complain(error, kFailed);
   } catch (const node::CommandError &error) {
     return complain(error, kFailed);
   }
