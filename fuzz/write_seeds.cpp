@@ -3,6 +3,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 
 #include "fuzz/input.hpp"
@@ -155,6 +156,21 @@ void write_remote(const std::filesystem::path &folder) {
   }
 }
 
+// Any bytes are a life.
+void write_model(const std::filesystem::path &folder) {
+  constexpr std::size_t length = 300;
+  constexpr u32 all_hooks = 0xFFFF;
+  std::mt19937 random;
+  for (u16 life = 0; life < 4; ++life) {
+    Seed seed;
+    seed.add(static_cast<u16>(life % 2 == 0 ? all_hooks : random())).add(life);
+    while (seed.bytes.size() < length) {
+      seed.add(static_cast<u8>(random()));
+    }
+    seed.write(folder / "model", ("life_" + std::to_string(life)).c_str());
+  }
+}
+
 }  // namespace
 
 int main(int count, char **arguments) {
@@ -169,5 +185,6 @@ int main(int count, char **arguments) {
   write_sync(folder);
   write_window(folder);
   write_remote(folder);
+  write_model(folder);
   return 0;
 }

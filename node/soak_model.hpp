@@ -175,6 +175,8 @@ struct Model {
   // The current instance's tables.
   static Board &board();
   static void hand_over_board(void *local, std::unique_ptr<Board> board);
+  // All of them are let go; there is no instance left.
+  static void forget_boards();
   // Characters of a description that a record has room for.
   static u32 description_room();
   // Port types that the tables really have.

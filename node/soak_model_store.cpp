@@ -25,6 +25,8 @@ constexpr Field kFields[] = {{0, 2}, {2, 2}, {4, 1},  {5, 1}, {6, 2},
                              {8, 1}, {9, 2}, {11, 4}, {15, 4}};
 constexpr u32 kWritable = 8;  // selectors below this one
 
+std::vector<std::unique_ptr<Board>> handed_over;
+
 }  // namespace
 
 bool host_fails(host::Fn fn) {
@@ -49,10 +51,13 @@ Board &Model::board() {
 }
 
 void Model::hand_over_board(void *local, std::unique_ptr<Board> board) {
-  static std::vector<std::unique_ptr<Board>> all;
   const Local made{board->para, board->cid, board.get()};
-  all.push_back(std::move(board));
+  handed_over.push_back(std::move(board));
   std::memcpy(local, &made, sizeof made);
+}
+
+void Model::forget_boards() {
+  handed_over.clear();
 }
 
 u32 Model::description_room() {

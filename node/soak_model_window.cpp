@@ -279,7 +279,8 @@ void Model::print_callbacks(const PmSubCallBack &slots) {
 }
 
 void Model::PM_LibDbgPrintSubCallBackInfo(const PmSubCallBackEntry *pstCallBack) {
-  print_callbacks(pstCallBack->stCallBack);
+  const PmSubCallBack slots = pstCallBack->stCallBack;  // which need not be aligned
+  print_callbacks(slots);
 }
 
 void Model::PM_LibDbgPrintSubLineInfo(const PmSubInnerSubInfo *pstSubInfo,

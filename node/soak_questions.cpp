@@ -32,7 +32,8 @@ void say_callbacks(Stage &stage, const PmSubCallBackEntry *entry) {
   stage.say("  callbacks", {entry != nullptr ? 1U : 0U});
   if (entry != nullptr) {
     stage.say("  type", {entry->usPtpType, entry->ulReserved});
-    stage.say_slots(entry->stCallBack);
+    const PmSubCallBack slots = entry->stCallBack;  // which need not be aligned
+    stage.say_slots(slots);
   }
 }
 

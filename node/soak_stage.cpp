@@ -102,7 +102,8 @@ void Stage::say_bytes(const char *what, const void *bytes, std::size_t size) {
 // A value that carries an address has the width of one.
 void Stage::say_parameter(const host::SentParameter &sent) {
   u32 word = 0;
-  std::memcpy(&word, sent.bytes.data(), std::min(sent.bytes.size(), sizeof word));
+  std::copy_n(sent.bytes.data(), std::min(sent.bytes.size(), sizeof word),
+              reinterpret_cast<u8 *>(&word));
   if (sent.length == sizeof(PmWord) && address_number(word) != 0) {
     say("  parameter", {sent.kind, word});
     return;
