@@ -1,10 +1,17 @@
 # What the scripts share: packages, presets, building. Sourced, not run.
 set -euo pipefail
 
+program=$(realpath "$0")
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 
 say() { printf '%s\n' "$*"; }
+
+# Ends a script that was called wrongly with the usage that its first comment tells.
+usage() {
+  sed -n 's/^# usage:/usage:/p' "$program" >&2
+  exit 2
+}
 
 # Installs the packages that are not there yet. Answers whether all of them are there now.
 packages() {
