@@ -1,7 +1,9 @@
 // pm_bench: checks that library and floor do the same, measures both, prints the table.
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <exception>
+#include <sstream>
 #include <stdexcept>
 
 #ifdef PM_BENCH_GOOGLE
@@ -31,12 +33,27 @@ constexpr const char *usage =
     "                [--json FILE] [--no-rivals] [--check]\n"
     "--check runs every row once, for its answers and host calls, not for its time.\n";
 
+constexpr u32 least_ptps = 16;  // the walks need neighbours
+constexpr u32 most_ptps = 65'535;
+
+template <class Number>
+Number number_of(const std::string &text, Number least, Number most) {
+  Number number{};
+  const char *end = text.data() + text.size();
+  const auto read = std::from_chars(text.data(), end, number);
+  if (read.ec != std::errc() || read.ptr != end || !(number >= least && number <= most)) {
+    std::ostringstream what;
+    what << "'" << text << "' is not a number from " << least << " to " << most;
+    throw std::invalid_argument(what.str());
+  }
+  return number;
+}
+
 std::vector<u32> numbers_of(const std::string &text) {
   std::vector<u32> numbers;
-  for (std::size_t at = 0; at < text.size();) {
-    std::size_t used = 0;
-    numbers.push_back(static_cast<u32>(std::stoul(text.substr(at), &used)));
-    at += used + 1;
+  std::istringstream parts(text + ",");
+  for (std::string part; std::getline(parts, part, ',');) {
+    numbers.push_back(number_of(part, least_ptps, most_ptps));
   }
   return numbers;
 }
@@ -58,13 +75,13 @@ Options options_of(const std::vector<std::string> &arguments) {
     } else if (name == "--json") {
       options.json = value();
     } else if (name == "--repetitions") {
-      options.effort.repetitions = std::stoi(value());
+      options.effort.repetitions = number_of(value(), 1, 10'000);
     } else if (name == "--seconds") {
-      options.effort.seconds = std::stod(value());
+      options.effort.seconds = number_of(value(), 1e-9, 3600.0);
     } else if (name == "--no-rivals") {
       options.rivals = false;
     } else if (name == "--start") {
-      start(static_cast<u32>(std::stoul(value())));
+      start(number_of(value(), 0U, most_ptps));
     } else if (name == "--check") {
       options.only_check = true;
       options.effort = {1, 1e-9};
@@ -149,6 +166,9 @@ int run(const Options &options) {
   std::vector<Result> results;
   for (const u32 ptps : options.sizes) {
     run_size(ptps, options, results);
+  }
+  if (results.empty()) {
+    throw std::invalid_argument("no row has '" + options.rows + "' in its name");
   }
   if (options.only_check) {
     std::printf("%zu rows: library and floor give the same answers with the same host calls\n",
