@@ -6,9 +6,11 @@
 #ifndef NODE_SOAK_MODEL_HPP
 #define NODE_SOAK_MODEL_HPP
 
+#include <cstdio>
 #include <initializer_list>
 #include <map>
 #include <memory>
+#include <string>
 #include <tuple>
 #include <vector>
 
@@ -210,6 +212,14 @@ u32 shown(T *pointer) {
 template <class T>
 u32 is_null(T *pointer) {
   return pointer == nullptr ? 1 : 0;
+}
+
+// What "%p" prints.
+template <class T>
+std::string as_pointer(T *function) {
+  char text[32];
+  (void)std::snprintf(text, sizeof text, "%p", reinterpret_cast<const void *>(function));
+  return text;
 }
 
 // A call of a host function whose work the model does in its own maps: counted, and failing when a

@@ -26,13 +26,6 @@ std::size_t place_of(const std::vector<Board::Booking> &list, u32 id) {
   return at;
 }
 
-template <class T>
-std::string as_pointer(T *function) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%p", reinterpret_cast<const void *>(function));
-  return text;
-}
-
 }  // namespace
 
 // -- Booking

@@ -13,13 +13,6 @@ std::size_t size_of_callbacks() {
   return sizeof(u16) + sizeof(PmSubCallBack) + sizeof(u32);
 }
 
-template <class T>
-std::string as_pointer(T *function) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%p", reinterpret_cast<const void *>(function));
-  return text;
-}
-
 }  // namespace
 
 u32 Model::types_there(const Board &board) {
