@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -61,6 +62,15 @@ std::optional<std::string> content_of_file(const std::string &file) {
   std::ostringstream content;
   content << stream.rdbuf();
   return stream.is_open() && !content.bad() ? std::optional(content.str()) : std::nullopt;
+}
+
+std::ifstream open_input(const std::string &file, const std::string &expected) {
+  std::ifstream stream(file, std::ios::binary);
+  // A folder can be opened; only reading from it fails, and by then it looks like an empty file.
+  if (!stream || std::filesystem::is_directory(file)) {
+    throw InputError(file + ": cannot be opened; expected " + expected);
+  }
+  return stream;
 }
 
 void Document::fail(Position at, const std::string &what, const std::string &expected) const {

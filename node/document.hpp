@@ -4,6 +4,7 @@
 #define NODE_DOCUMENT_HPP
 
 #include <cstdint>
+#include <fstream>
 #include <initializer_list>
 #include <optional>
 #include <stdexcept>
@@ -18,6 +19,9 @@ namespace node {
 struct InputError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
+
+// Opens a file to read it; an InputError says what was expected when there is none, or a folder.
+std::ifstream open_input(const std::string &file, const std::string &expected);
 
 struct Position {
   unsigned line = 0;

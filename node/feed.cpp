@@ -1,7 +1,6 @@
 #include "node/feed.hpp"
 
 #include <algorithm>
-#include <fstream>
 
 #include "node/feed_line.hpp"
 #include "node/numerals.hpp"
@@ -133,10 +132,7 @@ std::string recording_header() {
 }
 
 Feed read_feed(const std::string &file) {
-  std::ifstream stream(file);
-  if (!stream) {
-    throw InputError(file + ": cannot be opened; expected a feed");
-  }
+  std::ifstream stream = open_input(file, "a feed");
   return feed_from(stream, file);
 }
 

@@ -49,10 +49,7 @@ Inputs read_inputs(const node::Options &options) {
     }
   }
   if (!options.script.empty()) {
-    inputs.script.open(options.script);
-    if (!inputs.script) {
-      throw node::InputError(options.script + ": cannot be opened; expected a script");
-    }
+    inputs.script = node::open_input(options.script, "a script");
   }
   if (!options.journal.empty()) {
     inputs.journal = std::make_unique<node::JournalFile>(options.journal);

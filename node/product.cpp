@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <fstream>
 #include <iterator>
 
 #include "node/crash.hpp"
@@ -86,10 +85,7 @@ constexpr unsigned kOwnMachine = EM_NONE;  // left to the loader
 
 // The loader's own complaint about a foreign file names neither width nor machine.
 void refuse_foreign_file(const std::string &file) {
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) {
-    throw InputError(file + ": cannot be opened; expected a product's shared object");
-  }
+  std::ifstream stream = open_input(file, "a product's shared object");
   // Up to the machine both widths agree.
   unsigned char head[offsetof(Elf32_Ehdr, e_version)] = {};
   stream.read(reinterpret_cast<char *>(head), sizeof head);

@@ -2,7 +2,9 @@
 #include <CLI/CLI.hpp>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
+#include "node/document.hpp"
 #include "node/soak.hpp"
 #include "node/soak_trial.hpp"
 
@@ -28,11 +30,12 @@ Script script_of(const Options &options) {
   if (options.replay.empty()) {
     return life_of(options.seed, options.steps, options.digest);
   }
-  std::ifstream file(options.replay);
-  if (!file) {
-    throw std::invalid_argument("cannot be opened; expected the steps of a soak");
+  std::ifstream file = node::open_input(options.replay, "the steps of a soak");
+  try {
+    return read_script(file);
+  } catch (const std::invalid_argument &error) {
+    throw node::InputError(options.replay + ": " + error.what());
   }
-  return read_script(file);
 }
 
 void write_script(const Options &options, const Script &script) {
@@ -43,6 +46,10 @@ void write_script(const Options &options, const Script &script) {
   }
   for (const Step &step : script) {
     file << text_of(step) << "\n";
+  }
+  file.close();
+  if (!file) {
+    throw node::InputError(options.script + ": cannot be written; expected a file for the steps");
   }
 }
 
@@ -93,10 +100,21 @@ int soak(const Options &options, std::ostream &out) {
     }
     return 0;
   }
+  if (!options.transcript.empty() && !std::ofstream(options.transcript)) {
+    throw node::InputError(options.transcript + ": cannot be opened; expected a file to write to");
+  }
   const Outcome outcome = options.digest ? try_portable(script, kLimitSeconds, options.transcript)
                                          : try_script(script, kLimitSeconds);
   if (options.digest && !outcome.mismatch) {
-    out << "digest " << std::hex << outcome.digest << std::dec << "\n";
+    std::ostringstream digest;
+    digest << std::hex << outcome.digest;
+    if (options.json) {
+      nlohmann::json answer = json_of(options, outcome, script);
+      answer["digest"] = digest.str();
+      out << dumped(answer) << "\n";
+    } else {
+      out << "digest " << digest.str() << "\n";
+    }
     return 0;
   }
   nlohmann::json answer = json_of(options, outcome, script);
@@ -135,12 +153,15 @@ int soak_main(int count, char **arguments, std::ostream &out, std::ostream &comp
       ->type_name("FILE")
       ->capture_default_str();
   app.add_flag("--print", options.print, "Prints the steps and plays nothing");
-  app.add_flag("!--no-shrink", options.shrinks, "Leaves a failing life as long as it is");
+  app.add_flag_callback(
+      "--no-shrink", [&options] { options.shrinks = false; },
+      "Leaves a failing life as long as it is");
   app.add_flag("--digest", options.digest,
                "Prints one number for all that was answered, called and printed");
   app.add_option("--transcript", options.transcript,
                  "With --digest: where all that went into the number is written")
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->needs("--digest");
   app.add_flag("--json", options.json, "Reports as one JSON object");
   app.footer("Exit codes: 0 passed, 1 the library and the model differ, 2 bad input.");
   try {
@@ -149,9 +170,11 @@ int soak_main(int count, char **arguments, std::ostream &out, std::ostream &comp
   } catch (const CLI::CallForHelp &) {
     out << app.help();
     return 0;
+  } catch (const CLI::ParseError &error) {
+    complaints << "pmnode soak: " << error.what() << "; expected what --help tells\n";
+    return 2;
   } catch (const std::exception &error) {
-    complaints << "pmnode soak: " << options.replay << (options.replay.empty() ? "" : ": ")
-               << error.what() << "\n";
+    complaints << "pmnode soak: " << error.what() << "\n";
     return 2;
   }
 }

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "node/numerals.hpp"
 #include "node/soak_actions.hpp"
 
 namespace soak {
@@ -239,7 +240,11 @@ Step step_of(const std::string &line) {
     if (!(words >> word) || word.compare(0, expected.size(), expected) != 0) {
       throw std::invalid_argument("expected " + expected);
     }
-    step.arguments[i] = static_cast<u32>(std::stoull(word.substr(expected.size())));
+    const auto number = node::number_of(word.substr(expected.size()));
+    if (!number) {
+      throw std::invalid_argument("'" + word + "' has no number; expected 0 to 4294967295");
+    }
+    step.arguments[i] = *number;
   }
   return step;
 }

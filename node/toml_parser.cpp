@@ -16,7 +16,6 @@
 #define TOML_UNREACHABLE __builtin_unreachable()
 #include <toml++/toml.h>
 
-#include <fstream>
 #include <iterator>
 #include <sstream>
 
@@ -77,10 +76,7 @@ Document parse_document(std::string_view text, const std::string &file) {
 }
 
 Document read_document(const std::string &file) {
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) {
-    throw InputError(file + ": cannot be opened; expected a readable file");
-  }
+  std::ifstream stream = open_input(file, "a readable file");
   const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
   return parse_document(text, file);
 }

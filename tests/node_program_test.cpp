@@ -57,7 +57,9 @@ TEST(NodeProgram, ComplainsInOneLineBeforeAnythingStarts) {
   } cases[] = {{"--chassis /none.toml", "/none.toml: cannot be opened; expected a readable file\n"},
                {"--chassis " + file.name,
                 file.name + ":1:1: the file lacks [specification]; expected a table\n"},
+               {"--chassis /tmp", "/tmp: cannot be opened; expected a readable file\n"},
                {kDesk + " --script /none.pmn", "/none.pmn: cannot be opened; expected a script\n"},
+               {kDesk + " --script /tmp", "/tmp: cannot be opened; expected a script\n"},
                {kDesk + " --feed " + file.name,
                 file.name + ":1: the file is no feed; expected {\"format\": \"pmnode-feed\", "
                             "\"version\": 1 to 3}\n"},
