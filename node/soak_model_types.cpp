@@ -333,7 +333,8 @@ u32 Model::PM_LibGetSubFunc(u16 usPtpType, PmSubCallBack *pstCallBack) {
     PM_LibDotPrintf(0, 0, "PM_LibGetSubInfo fail, ulRet = 0x%x, usPtpType = %u", ret, usPtpType);
     return record(ret, {ret, usPtpType});
   }
-  *pstCallBack = entry->stCallBack;
+  const PmSubCallBack slots = entry->stCallBack;
+  *pstCallBack = slots;
   return 0;
 }
 
