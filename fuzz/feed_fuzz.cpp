@@ -15,19 +15,22 @@ void check_line(const std::exception &error) {
   HOLDS(std::string(error.what()).rfind("fuzz.jsonl:", 0) == 0);
 }
 
-void apply(std::vector<node::FeedItem> items) {
+void apply(node::Feed feed) {
   fuzz::Desk desk;
-  if (!node::is_recording(items)) {
-    node::apply_feed(desk.node, items);
+  if (!feed.is_recording()) {
+    node::apply_feed(desk.node, feed.items);
     return;
   }
   std::ostringstream out;
   node::Console console(desk.node, out);
-  node::Replay replay(std::move(items), file);
+  node::Replay replay(std::move(feed), file);
   replay.watch(desk.node);
+  replay.watch(console);
   try {
     replay.run(console);
   } catch (const node::InputError &error) {
+    check_line(error);
+  } catch (const node::ReplayDiffers &error) {
     check_line(error);
   }
   desk.node.inbound_observers.clear();
@@ -37,13 +40,13 @@ void apply(std::vector<node::FeedItem> items) {
 
 extern "C" int LLVMFuzzerTestOneInput(const u8 *bytes, std::size_t size) {
   std::istringstream text(std::string(reinterpret_cast<const char *>(bytes), size));
-  std::vector<node::FeedItem> items;
+  node::Feed feed;
   try {
-    items = node::feed_from(text, file);
+    feed = node::feed_from(text, file);
   } catch (const node::InputError &error) {
     check_line(error);
     return 0;
   }
-  apply(std::move(items));
+  apply(std::move(feed));
   return 0;
 }
