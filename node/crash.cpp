@@ -298,7 +298,7 @@ void report_crashes() {
   _Unwind_Backtrace(visit, &walk);
 
   // A product that has used up its stack has none left to report on.
-  static std::array<char, 64 * 1024> stack;
+  static std::array<char, std::size_t{64} * 1024> stack;
   stack_t alternate{};
   alternate.ss_sp = stack.data();
   alternate.ss_size = stack.size();
