@@ -90,8 +90,8 @@
 
 namespace soak {
 
-// One side's view of the tables that an instance keeps.
-struct Board {
+// One side's view of the tables that an instance keeps. A flag stands with its table.
+struct Board {  // NOLINT(clang-analyzer-optin.performance.Padding)
   struct SubLine {
     PmSubLineInfo info{};
     void *block = nullptr;

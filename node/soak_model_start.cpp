@@ -238,7 +238,7 @@ void Model::PM_LibDotPrintf(u32 ulSelector, u32 ulSwitchNo, const char *pcFormat
   char text[500] = {};
   va_list arguments;
   va_start(arguments, pcFormat);
-  std::vsnprintf(text, sizeof text, pcFormat, arguments);
+  static_cast<void>(std::vsnprintf(text, sizeof text, pcFormat, arguments));
   va_end(arguments);
   DBG_SetDbwinLineNo(0);
   xPrintf(54, "%s", text);

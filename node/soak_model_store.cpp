@@ -206,7 +206,7 @@ u32 Model::PM_LibMallocForDynCB() {
     my.has_anchor = true;
   }
   if (!my.has_store) {
-    if (take_block(ZEL_kvtBlockMemPtGet, 19 * records) == nullptr) {
+    if (take_block(ZEL_kvtBlockMemPtGet, std::size_t{19} * records) == nullptr) {
       return record(0x689385, {19 * records});
     }
     my.has_store = true;

@@ -329,7 +329,7 @@ u32 Model::PM_LibGetSubFunc(u16 usPtpType, PmSubCallBack *pstCallBack) {
   PM_LibDotPrintf(0, 0, "Enter PM_LibGetSubFunc, usPtpType = %u", usPtpType);
   PmSubCallBackEntry *entry = nullptr;
   const u32 ret = PM_LibGetSubFuncFromPtpType(usPtpType, &entry);
-  if (ret != 0) {
+  if (ret != 0 || entry == nullptr) {
     PM_LibDotPrintf(0, 0, "PM_LibGetSubInfo fail, ulRet = 0x%x, usPtpType = %u", ret, usPtpType);
     return record(ret, {ret, usPtpType});
   }
@@ -363,7 +363,7 @@ u32 Model::PM_LibGetPtpCoClass(u16 usPtpType, u16 *pusCoClass) {
   PmSubInnerSubInfo *info = nullptr;
   PmSubCallBackEntry *entry = nullptr;
   const u32 ret = PM_LibGetSubInfo(usPtpType, &info, &entry);
-  if (ret != 0) {
+  if (ret != 0 || info == nullptr) {
     PM_LibDotPrintf(0, 2, "PM_GetSubInfo fail, ulRet = 0x%x, usPtpType = %u, ", ret, usPtpType);
     return record(ret, {ret, usPtpType});
   }

@@ -83,7 +83,8 @@ void static_block(const PtpStaticData &data) {
   std::string dump;
   for (u32 i = 0; i < 120; ++i) {
     char byte[4];
-    std::snprintf(byte, sizeof byte, "%02x ", reinterpret_cast<const u8 *>(&data)[14 + room + i]);
+    static_cast<void>(std::snprintf(byte, sizeof byte, "%02x ",
+                                    reinterpret_cast<const u8 *>(&data)[14 + room + i]));
     dump += byte;
   }
   DBG_InnerPrintReltime(54, "\r\n    aucPriData     : 0x %s", dump.c_str());
@@ -337,7 +338,8 @@ void Model::PM_LibDbgGetPtpTypeDesc(u16 usPtpType, char *pcBuf, u32 ulBufLen) {
     DBG_InnerPrintInfo(54, "\r\n  fails to get line registration information! error code: %#x",
                        ret);
   }
-  std::snprintf(pcBuf, ulBufLen, "%s", ret == 0 ? "No support Desc" : "unknown type");
+  static_cast<void>(
+      std::snprintf(pcBuf, ulBufLen, "%s", ret == 0 ? "No support Desc" : "unknown type"));
 }
 
 void Model::PM_LibDbgShowPtpFromPtpID(u32, u32 ulSubCmd, u32, u32) {
