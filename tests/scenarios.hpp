@@ -199,6 +199,17 @@ class Stage : public test::LivePm {
   }
 };
 
+// The same again has to go well when the host works again.
+struct Scene {
+  std::string name;
+  void (*prepare)(Stage &);
+  void (*act)(Stage &);
+
+  friend void PrintTo(const Scene &scene, std::ostream *out) { *out << scene.name; }
+};
+
+extern const std::vector<Scene> all;
+
 }  // namespace scenes
 
 #endif
